@@ -1,0 +1,27 @@
+#ifndef ORBELIN_CONVERTERS_H
+#define ORBELIN_CONVERTERS_H
+
+#include "frame/morvane_global.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
+
+namespace ORBELIN {
+
+// Date and time as text: "yyyy-MM-ddThh:mm:ss,zzzZ", always in UTC and exact to
+// the millisecond. A local time is converted to UTC on the way out; what is
+// read back is a UTC QDateTime. A text that is no such date gives an invalid
+// QDateTime, an invalid QDateTime gives an empty text.
+class MORVANE_EXPORT Converters
+{
+public:
+    static QString ToString(const QDateTime &dateTime);
+    static QDateTime ToDateTime(const QString &text);
+
+    static const QString &DateTimeFormat(); // "yyyy-MM-ddThh:mm:ss,zzzZ"
+    static const QString &TimeFormat();     // "hh:mm:ss,zzz"
+};
+
+} // namespace ORBELIN
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef MORVANE_QTCOMPAT_H
+#define MORVANE_QTCOMPAT_H
+
+// The few places where Qt 5.15 and Qt 6 differ for this library. Everything
+// else in the code base is written once against the API both majors share.
+
+#include <QtCore/QDataStream>
+#include <QtCore/QString>
+#include <QtCore/QTextStream>
+#include <QtCore/QXmlStreamReader>
+
+namespace Morvane {
+namespace Compat {
+
+// The data stream version every stream made by the library is set to, so that
+// both Qt majors write the very same bytes.
+constexpr QDataStream::Version StreamVersion = QDataStream::Qt_5_15;
+
+// QXmlStreamReader::name() is a QStringRef on Qt 5 and a QStringView on Qt 6.
+inline QString elementName(const QXmlStreamReader &reader)
+{
+    return reader.name().toString();
+}
+
+// Text streams read and write UTF-8 on both majors.
+inline void setUtf8(QTextStream &stream)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    stream.setEncoding(QStringConverter::Utf8);
+#else
+    stream.setCodec("UTF-8");
+#endif
+}
+
+} // namespace Compat
+} // namespace Morvane
+
+#endif

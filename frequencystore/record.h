@@ -1,0 +1,188 @@
+#ifndef MORVANE_RECORD_H
+#define MORVANE_RECORD_H
+
+#include "frame/iorbelinobject.h"
+#include "frequencystore/recorddescriptor.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+namespace Morvane {
+
+// The runtime of every record class. A record holds one pointer to its private
+// block, created on first use and shared copy-on-write between copies; the
+// block holds a current and a default slot per member, the presence bits and
+// the default bits. Every algorithm of the record frame lives here once and
+// works from the record's descriptor: presence and defaults, Check, equality,
+// the XML and binary forms, enumerations, repeated members and choice groups.
+// The generated classes add only their typed accessors.
+//
+// A record object belongs to one thread at a time: even its const operations
+// may unshare the block they hold.
+class MORVANE_EXPORT Record : public ORBELIN::IOrbelinObject
+{
+public:
+    ~Record() override;
+
+    bool IsInitialized() const;
+    bool HasData() const override;
+    bool AnyData() const;
+    void Reset() override;
+    void ResetToDefault();
+    void Check(bool b) const override;
+    void Check() const override;
+
+    void GetXml(QXmlStreamWriter &writer) const override;
+    bool GetBinary(QDataStream &stream, int id, bool writeId) const override;
+    void SetBinary(QDataStream &stream, int length) override;
+    void ProcessXml(QXmlStreamReader &reader) override;
+
+    void SetValidate(bool validate) const override;
+    void SetLogger(std::shared_ptr<ORBELIN::Logger> logger) const override;
+    const QString &GetVersion() const override;
+    void SetObjectType(ORBELIN::ObjectTypes type) override;
+
+protected:
+    explicit Record(const detail::RecordDescriptor &descriptor);
+    // The copy: shares the source's block, takes over its validation flag (not
+    // its logger) and then makes the block private.
+    Record(const detail::RecordDescriptor &descriptor, const Record &other);
+    // Shares the source's block; flag, logger and name stay.
+    void assign(const Record &other);
+
+    virtual const detail::RecordDescriptor &descriptor() const = 0;
+
+    void ProcessXmlStartElement(QXmlStreamReader &reader) override;
+    // The reader of records whose content is character data with attributes.
+    void ReadValuesFromXml(QXmlStreamReader &reader);
+    std::function<void()> SaveState() const override;
+
+    // --- for the generated accessors ----------------------------------------
+    // The block, created and made private first.
+    detail::RecordData *data() const;
+    template <class T>
+    T &slot(int member, detail::Slot which = detail::Slot::Current) const
+    {
+        return *static_cast<T *>(data()->slot(member, which));
+    }
+    template <class T>
+    T &recordSlot(int member, detail::Slot which = detail::Slot::Current) const
+    {
+        return static_cast<T &>(*static_cast<Record *>(data()->slot(member, which)));
+    }
+
+    bool isSet(int member) const;
+    void resetMember(int member);
+    void markDefault(int member);
+    // Sets the presence bit; a choice branch is also selected.
+    void markSet(int member);
+
+    void setDouble(int member, double value);
+    void setInt(int member, int value);
+    void setUInt(int member, unsigned int value);
+    void setBool(int member, bool value);
+    void setString(int member, const QString &value);
+    void setDateTime(int member, const QDateTime &value);
+    void setEnum(int member, int value);
+    void setRecord(int member, const Record &value);
+    void setDefaultRecord(int member, const Record &value);
+    template <class T>
+    void setVector(int member, const QVector<T> &value)
+    {
+        slot<QVector<T>>(member) = value;
+        markSet(member);
+    }
+    // The non-const getters of nested and repeated members: present from now
+    // on, and a choice branch is selected.
+    template <class T>
+    T &mutableRecord(int member)
+    {
+        markSet(member);
+        return recordSlot<T>(member);
+    }
+    template <class T>
+    T &mutableSlot(int member)
+    {
+        markSet(member);
+        return slot<T>(member);
+    }
+
+    void appendRecord(int member, const Record &item);
+    void appendString(int member, const QString &item);
+    void appendDouble(int member, double item);
+
+    bool isValidNumber(int member, double value) const;
+    bool isValidEnum(int member, int value) const;
+    static bool isValidString(const QString &value) { return !value.isNull(); }
+
+    QString enumToName(int member, int value) const;
+    int nameToEnum(int member, const QString &name) const;
+    QString enumAsString(int member) const;
+    const int &invalidEnum(int member) const;
+    void setInvalidEnum(int member, int value);
+
+    const int &currentChoice() const;
+    void resetChoice();
+    void initChoice(int value);
+    QString choiceToName(int value) const;
+    int nameToChoice(const QString &name) const;
+    bool isValidChoice(int value) const;
+    const int &invalidChoice() const;
+    void setInvalidChoice(int value);
+
+    const QString &initialVersionLoaded() const;
+    bool equals(const Record &other) const;
+
+    // The names through the translation context, for the GUI lists.
+    static QStringList translated(const char *context, const char *const *names, int count);
+
+private:
+    detail::RecordData *block() const;
+    void initData() const;
+    void constNoClearReset() const;
+    bool filled(int member, bool forHasData) const;
+    bool isValidSlot(int member, detail::Slot which) const;
+    void setFromSlot(int member, detail::Slot which);
+    void setFromText(int member, const QString &text);
+    void storeAttribute(int member, const QString &text);
+    QString textOf(int member, detail::Slot which = detail::Slot::Current) const;
+    QString pleaseSet(int member) const;
+    void checkChoice(bool b) const;
+    void checkMember(int member, bool b) const;
+    void writeXmlMember(QXmlStreamWriter &writer, int member) const;
+    void writeBinaryMember(QDataStream &stream, int member) const;
+    void readBinaryMember(QDataStream &stream, int member, int length);
+    int memberByTag(quint32 tag) const;
+    int branchMember(int choice) const;
+    template <class F>
+    void forEachInWriteOrder(F f) const;
+    template <class F>
+    void forEachChild(const detail::RecordDescriptor &desc, F f) const;
+
+    mutable detail::DataPtr d;
+};
+
+namespace detail {
+
+// The operations of a QVector<T> of records, for the runtime.
+template <class T>
+const VectorOps *vectorOps()
+{
+    static const VectorOps ops = {
+        [](const void *v) { return int(static_cast<const QVector<T> *>(v)->size()); },
+        [](const void *v, int i) -> const Record & { return static_cast<const QVector<T> *>(v)->at(i); },
+        [](void *v, int i) -> Record & { return (*static_cast<QVector<T> *>(v))[i]; },
+        [](void *v, const Record &item) { static_cast<QVector<T> *>(v)->append(static_cast<const T &>(item)); },
+        [](void *v) { static_cast<QVector<T> *>(v)->clear(); },
+        [](void *v, int n) { static_cast<QVector<T> *>(v)->reserve(n); },
+        []() -> std::unique_ptr<Record> { return std::unique_ptr<Record>(new T); },
+    };
+    return &ops;
+}
+
+} // namespace detail
+} // namespace Morvane
+
+#endif

@@ -1,0 +1,165 @@
+#ifndef MORVANE_RECORDDESCRIPTOR_H
+#define MORVANE_RECORDDESCRIPTOR_H
+
+// The description of a record that the generator writes from the schema and
+// the runtime (record.cpp) works from. One RecordDescriptor per record class,
+// one MemberInfo per member in the order of the schema table (which is the
+// order of the presence bits).
+
+#include "frame/morvane_global.h"
+
+#include <QtCore/QAtomicInt>
+#include <QtCore/QBitArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <memory>
+
+namespace Morvane {
+
+class Record;
+
+namespace detail {
+
+enum class Kind : quint8 {
+    Double,
+    Int,
+    UInt,
+    Bool,
+    String,
+    DateTime,
+    Enum,
+    Record,       // a nested record
+    RecordVector, // QVector of records
+    StringVector, // QVector<QString>
+    DoubleVector, // QVector<double>
+};
+
+// How a member maps to XML.
+enum class Xml : quint8 { Element, Attribute, Text, Child };
+
+enum class Use : quint8 { Mandatory, Optional, Choice };
+
+// The slots a member has in the block. Plain members have Default and
+// Current, enumerated members Invalid too, repeated members Scratch too.
+enum class Slot : quint8 { Default, Current, Scratch, Invalid };
+
+enum MemberFlag : quint16 {
+    // An int that travels as a raw 32-bit integer in binary (length 4)
+    // instead of the usual 64-bit one.
+    Raw32 = 0x1,
+    // An empty element of this bool is an error, not its default.
+    EmptyBoolThrows = 0x2,
+    // An attribute that the reader also takes as a child element.
+    AlsoElement = 0x4,
+};
+
+enum RecordFlag : quint16 {
+    // HasData answers true whatever the record holds.
+    HasDataAlways = 0x1,
+    // The record's content is character data with attributes; its ProcessXml
+    // is ReadValuesFromXml.
+    TextValue = 0x2,
+};
+
+// Type-erased access to a QVector<T> of records.
+struct VectorOps
+{
+    int (*size)(const void *vector);
+    const Record &(*at)(const void *vector, int index);
+    Record &(*atMutable)(void *vector, int index);
+    void (*append)(void *vector, const Record &item);
+    void (*clear)(void *vector);
+    void (*reserve)(void *vector, int count);
+    std::unique_ptr<Record> (*make)();
+};
+
+struct MemberInfo
+{
+    QString stem;      // "Longitude": the accessor stem
+    QString xmlName;   // element or attribute name; for records the class
+    QString fieldName; // "m_longitude": the member's name in messages
+    Kind kind;
+    Xml xml;
+    Use use;
+    quint32 tag;
+    int choiceValue; // the branch's value in the choice group, else -1
+    bool ranged;
+    double low;
+    double high;
+    int width;     // field width of the text form
+    int precision; // decimals of a double's text form
+    const QStringList *enumNames;
+    const VectorOps *vector;
+    QString itemType;      // the record type of a nested or repeated member
+    QString choiceMessage; // a branch's own Check text, behind the object name
+    quint16 flags;
+};
+
+struct RecordData;
+
+struct RecordDescriptor
+{
+    QString className;
+    QString objectName; // the XML element name
+    qint64 id;
+    QString version; // empty for records without a version
+    const MemberInfo *members;
+    int memberCount;
+    // The order of Check when the schema gives one: member indexes, -1 for the
+    // choice group. Empty: the choice group first, then the table order.
+    const int *checkOrder;
+    int checkCount;
+    const QStringList *choiceNames; // null: the record has no choice group
+    quint16 flags;
+    RecordData *(*create)();
+
+    bool isVersioned() const { return !version.isEmpty(); }
+};
+
+// The private block of a record. The generator derives one struct per record
+// that holds the slots of its members; this base holds what all share.
+struct MORVANE_EXPORT RecordData
+{
+    explicit RecordData(int memberCount);
+    RecordData(const RecordData &other);
+    RecordData &operator=(const RecordData &) = delete;
+    virtual ~RecordData();
+
+    virtual RecordData *clone() const = 0;
+    // The address of a slot: for record members (and the default and scratch
+    // slots of repeated records) a Record *, else the slot's own type.
+    virtual void *slot(int member, Slot which) = 0;
+
+    QAtomicInt ref;
+    QString version;              // versioned records only
+    QString initialVersionLoaded; // versioned records only
+    int invalidChoice = -1;
+    int currentChoice = -1;
+    QBitArray present;
+    QBitArray defaults;
+};
+
+// A reference-counted pointer to a block; the count is atomic.
+class MORVANE_EXPORT DataPtr
+{
+public:
+    DataPtr() = default;
+    explicit DataPtr(RecordData *data);
+    DataPtr(const DataPtr &other);
+    DataPtr &operator=(const DataPtr &other);
+    ~DataPtr();
+
+    RecordData *get() const { return m_data; }
+    explicit operator bool() const { return m_data != nullptr; }
+    // Makes the block private to this pointer if others share it.
+    void detach();
+
+private:
+    RecordData *m_data = nullptr;
+};
+
+} // namespace detail
+} // namespace Morvane
+
+#endif

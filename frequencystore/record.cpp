@@ -38,6 +38,7 @@ bool isPlain(Kind kind)
     case Kind::RecordVector:
     case Kind::StringVector:
     case Kind::DoubleVector:
+    case Kind::Reserved:
         return false;
     default:
         return true;
@@ -229,6 +230,8 @@ void Record::constNoClearReset() const
         case Kind::DoubleVector:
             static_cast<QVector<double> *>(current)->clear();
             break;
+        case Kind::Reserved:
+            break;
         }
     }
     data->currentChoice = data->invalidChoice;
@@ -381,6 +384,8 @@ void Record::resetMember(int member)
         break;
     case Kind::DoubleVector:
         static_cast<QVector<double> *>(current)->clear();
+        break;
+    case Kind::Reserved:
         break;
     }
 }
@@ -746,6 +751,8 @@ void Record::checkMember(int member, bool b) const
     const bool present = data->present.testBit(member);
     void *current = data->slot(member, Slot::Current);
     switch (m.kind) {
+    case Kind::Reserved:
+        return;
     case Kind::Record:
         if (present)
             static_cast<const Record *>(current)->Check(b);
@@ -1234,7 +1241,7 @@ int Record::memberByTag(quint32 tag) const
 {
     const detail::RecordDescriptor &desc = descriptor();
     for (int i = 0; i < desc.memberCount; ++i) {
-        if (desc.members[i].tag == tag)
+        if (desc.members[i].tag == tag && desc.members[i].kind != Kind::Reserved)
             return i;
     }
     return -1;

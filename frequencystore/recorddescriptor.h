@@ -33,6 +33,9 @@ enum class Kind : quint8 {
     RecordVector, // QVector of records
     StringVector, // QVector<QString>
     DoubleVector, // QVector<double>
+    // A presence bit kept free for a member that a later schema adds: it has
+    // no slot, is never set, written or read.
+    Reserved,
 };
 
 // How a member maps to XML.

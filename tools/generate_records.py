@@ -39,6 +39,7 @@ KIND = {
     "record[]": "RecordVector",
     "string[]": "StringVector",
     "double[]": "DoubleVector",
+    "reserved": "Reserved",
 }
 MEMBER_FLAGS = {"raw32": "detail::Raw32", "empty-bool-throws": "detail::EmptyBoolThrows",
                 "also-element": "detail::AlsoElement"}
@@ -176,6 +177,12 @@ def parse_files(paths):
 
 
 def parse_member(record, words, where):
+    if len(words) == 2 and words[1] == "reserved":
+        m = Member(record, words[0])
+        m.type = "reserved"
+        m.tag = 0
+        m.xml_name = ""
+        return m
     if len(words) < 5:
         raise SchemaError(f"{where}: a member needs stem, type, xml, tag and use")
     m = Member(record, words[0])
@@ -244,6 +251,8 @@ def resolve(records, order):
                 m.target = records[m.target]
                 if m.xml == "child":
                     m.xml_name = m.target.element
+            if m.type == "reserved":
+                continue
             if m.tag in tags:
                 raise SchemaError(f"{record.name}: tag {m.tag:#x} of {m.stem} is also {tags[m.tag]}")
             tags[m.tag] = m.stem
@@ -437,8 +446,9 @@ def write_header(record):
             f"    static QStringList GetGUI{c}s();",
         ]
     for i, m in enumerate(record.members):
-        lines.append("")
-        lines += accessors(m, i)
+        if m.type != "reserved":
+            lines.append("")
+            lines += accessors(m, i)
     lines += ["", "protected:",
               "    const detail::RecordDescriptor &descriptor() const override;",
               "};", "", "} // namespace Morvane", "", "#endif", ""]
@@ -467,6 +477,8 @@ def data_struct(record):
     r = record.name
     fields, ctor, cases = [], [], []
     for i, m in enumerate(record.members):
+        if m.type == "reserved":
+            continue
         if m.type in PLAIN_TYPES:
             t = CPP_TYPE[m.type]
             zero = {"double": " = 0.0", "int": " = 0", "uint": " = 0", "bool": " = false"}.get(m.type, "")

@@ -1,0 +1,159 @@
+// morvane-tool: loads a frequency store list, checks it and writes it again.
+//
+//   morvane-tool convert INPUT OUTPUT...   read INPUT, Check it, write every OUTPUT
+//   morvane-tool check INPUT               read INPUT and Check it
+//   morvane-tool print INPUT               read INPUT and list its entries
+//
+// INPUT is a FrequencyStoreList as XML, as binary or as compressed binary; the
+// form is recognised from the content. An OUTPUT is written by its suffix:
+// .xml (XML), .bin (binary), .binz (compressed binary). Every output written
+// is read back and compared with the list. The exit code is 0 on success, 1
+// when the input cannot be read or fails its Check, 2 for a usage error.
+
+#include <morvane.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QTextStream>
+
+using Morvane::FrequencyStoreEntry;
+using Morvane::FrequencyStoreList;
+
+namespace {
+
+QTextStream &out()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+QTextStream &err()
+{
+    static QTextStream stream(stderr);
+    return stream;
+}
+
+bool readList(const QString &fileName, FrequencyStoreList &list)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        err() << "cannot open " << fileName << "\n";
+        return false;
+    }
+    QByteArray data = file.readAll();
+    const QByteArray head = data.left(64).trimmed();
+    if (head.startsWith('<'))
+        return list.SetXmlString(QString::fromUtf8(data), true);
+    if (list.SetBinaryRepresentation(data))
+        return true;
+    return list.SetCompressedBinaryRepresentation(data);
+}
+
+bool writeList(const QString &fileName, const FrequencyStoreList &list)
+{
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    QByteArray data;
+    if (suffix == QLatin1String("xml")) {
+        if (!list.SaveXml(fileName))
+            return false;
+        FrequencyStoreList back;
+        return back.LoadXml(fileName) && back == list;
+    }
+    if (suffix == QLatin1String("bin"))
+        data = list.GetBinaryRepresentationAsQByteArray();
+    else if (suffix == QLatin1String("binz"))
+        data = list.GetCompressedBinaryRepresentationAsQByteArray(9);
+    else {
+        err() << "unknown output form: " << fileName << " (use .xml, .bin or .binz)\n";
+        return false;
+    }
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(data) != data.size())
+        return false;
+    file.close();
+    FrequencyStoreList back;
+    return readList(fileName, back) && back == list;
+}
+
+void print(const FrequencyStoreList &list)
+{
+    out() << "list \"" << list.GetName() << "\"";
+    if (list.IsUsageSet())
+        out() << ", usage " << list.GetUsageAsString();
+    out() << ", " << list.GetFrequencyStoreEntry().size() << " entries\n";
+    for (const FrequencyStoreEntry &entry : list.GetFrequencyStoreEntry()) {
+        out() << "  " << entry.GetType();
+        if (entry.IsIDSet())
+            out() << " " << entry.GetID();
+        if (entry.GetChoiceFrequencyStoreEntry() == FrequencyStoreEntry::ChoiceFrequencyStoreEntry_FFM_Settings) {
+            const Morvane::FFM_Settings &ffm = entry.GetFFM_Settings();
+            out() << ": fixed frequency " << QString::number(ffm.GetFrequency().GetValue(), 'f', 2)
+                  << ", IF bandwidth " << QString::number(ffm.GetIFBandwidth().GetValue(), 'f', 2);
+            if (ffm.IsAnalogDemodSet())
+                out() << ", " << ffm.GetAnalogDemodAsString();
+        } else if (entry.GetChoiceFrequencyStoreEntry()
+                   == FrequencyStoreEntry::ChoiceFrequencyStoreEntry_ShortTime_Settings) {
+            const Morvane::ShortTime_Settings &st = entry.GetShortTime_Settings();
+            out() << ": short time, " << st.GetFrequency().size() << " frequencies";
+            if (st.IsHopsPerSecondSet())
+                out() << ", " << QString::number(st.GetHopsPerSecond(), 'f', 2) << " hops/s";
+        }
+        if (entry.IsCommentSet())
+            out() << " (" << entry.GetComment() << ")";
+        out() << "\n";
+    }
+}
+
+int usage()
+{
+    err() << "usage: morvane-tool convert INPUT OUTPUT...\n"
+             "       morvane-tool check INPUT\n"
+             "       morvane-tool print INPUT\n";
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments().mid(1);
+    if (args.size() < 2)
+        return usage();
+    const QString command = args.at(0);
+    if (command != QLatin1String("convert") && command != QLatin1String("check")
+        && command != QLatin1String("print"))
+        return usage();
+    if (command != QLatin1String("convert") && args.size() != 2)
+        return usage();
+
+    FrequencyStoreList list;
+    try {
+        if (!readList(args.at(1), list)) {
+            err() << args.at(1) << ": not a readable frequency store list\n";
+            return 1;
+        }
+        list.Check();
+    } catch (const ORBELIN::ReportException &e) {
+        err() << args.at(1) << ": " << e.GetMessage() << "\n";
+        return 1;
+    }
+    out() << args.at(1) << ": " << list.GetFrequencyStoreEntry().size() << " entries, check passed\n";
+    if (command == QLatin1String("print"))
+        print(list);
+    int result = 0;
+    for (const QString &output : args.mid(2)) {
+        bool written = false;
+        try {
+            written = writeList(output, list);
+        } catch (const ORBELIN::ReportException &e) {
+            err() << output << ": " << e.GetMessage() << "\n";
+        }
+        out() << output << ": " << (written ? "written and read back equal" : "FAILED") << "\n";
+        if (!written)
+            result = 1;
+    }
+    out().flush();
+    return result;
+}

@@ -192,49 +192,57 @@ bool Record::IsInitialized() const
     return block() != nullptr;
 }
 
-void Record::constNoClearReset() const
+// Puts a member's current slot to its reset value: the default slot, but
+// for a QString the null string and for a vector the empty one. No bit
+// changes.
+void Record::resetSlot(int member) const
 {
     RecordData *data = d.get();
-    const detail::RecordDescriptor &desc = descriptor();
-    for (int i = 0; i < desc.memberCount; ++i) {
-        void *current = data->slot(i, Slot::Current);
-        switch (desc.members[i].kind) {
-        case Kind::Double:
-            *static_cast<double *>(current) = *static_cast<double *>(data->slot(i, Slot::Default));
-            break;
-        case Kind::Int:
-        case Kind::Enum:
-            *static_cast<int *>(current) = *static_cast<int *>(data->slot(i, Slot::Default));
-            break;
-        case Kind::UInt:
-            *static_cast<unsigned *>(current) = *static_cast<unsigned *>(data->slot(i, Slot::Default));
-            break;
-        case Kind::Bool:
-            *static_cast<bool *>(current) = *static_cast<bool *>(data->slot(i, Slot::Default));
-            break;
-        case Kind::String:
-            *static_cast<QString *>(current) = QString();
-            break;
-        case Kind::DateTime:
-            *static_cast<QDateTime *>(current) = *static_cast<QDateTime *>(data->slot(i, Slot::Default));
-            break;
-        case Kind::Record:
-            static_cast<Record *>(current)->assign(*static_cast<Record *>(data->slot(i, Slot::Default)));
-            break;
-        case Kind::RecordVector:
-            desc.members[i].vector->clear(current);
-            break;
-        case Kind::StringVector:
-            static_cast<QVector<QString> *>(current)->clear();
-            break;
-        case Kind::DoubleVector:
-            static_cast<QVector<double> *>(current)->clear();
-            break;
-        case Kind::Reserved:
-            break;
-        }
+    const MemberInfo &m = descriptor().members[member];
+    void *current = data->slot(member, Slot::Current);
+    const void *initial = m.kind == Kind::Reserved ? nullptr : data->slot(member, Slot::Default);
+    switch (m.kind) {
+    case Kind::Double:
+        *static_cast<double *>(current) = *static_cast<const double *>(initial);
+        break;
+    case Kind::Int:
+    case Kind::Enum:
+        *static_cast<int *>(current) = *static_cast<const int *>(initial);
+        break;
+    case Kind::UInt:
+        *static_cast<unsigned *>(current) = *static_cast<const unsigned *>(initial);
+        break;
+    case Kind::Bool:
+        *static_cast<bool *>(current) = *static_cast<const bool *>(initial);
+        break;
+    case Kind::String:
+        *static_cast<QString *>(current) = QString();
+        break;
+    case Kind::DateTime:
+        *static_cast<QDateTime *>(current) = *static_cast<const QDateTime *>(initial);
+        break;
+    case Kind::Record:
+        static_cast<Record *>(current)->assign(*static_cast<const Record *>(initial));
+        break;
+    case Kind::RecordVector:
+        m.vector->clear(current);
+        break;
+    case Kind::StringVector:
+        static_cast<QVector<QString> *>(current)->clear();
+        break;
+    case Kind::DoubleVector:
+        static_cast<QVector<double> *>(current)->clear();
+        break;
+    case Kind::Reserved:
+        break;
     }
-    data->currentChoice = data->invalidChoice;
+}
+
+void Record::constNoClearReset() const
+{
+    for (int i = 0, n = descriptor().memberCount; i < n; ++i)
+        resetSlot(i);
+    d.get()->currentChoice = d.get()->invalidChoice;
 }
 
 void Record::Reset()
@@ -351,43 +359,7 @@ void Record::resetMember(int member)
     if (!data)
         return;
     data->present.clearBit(member);
-    void *current = data->slot(member, Slot::Current);
-    const MemberInfo &m = descriptor().members[member];
-    switch (m.kind) {
-    case Kind::Double:
-        *static_cast<double *>(current) = *static_cast<double *>(data->slot(member, Slot::Default));
-        break;
-    case Kind::Int:
-    case Kind::Enum:
-        *static_cast<int *>(current) = *static_cast<int *>(data->slot(member, Slot::Default));
-        break;
-    case Kind::UInt:
-        *static_cast<unsigned *>(current) = *static_cast<unsigned *>(data->slot(member, Slot::Default));
-        break;
-    case Kind::Bool:
-        *static_cast<bool *>(current) = *static_cast<bool *>(data->slot(member, Slot::Default));
-        break;
-    case Kind::String:
-        *static_cast<QString *>(current) = QString();
-        break;
-    case Kind::DateTime:
-        *static_cast<QDateTime *>(current) = *static_cast<QDateTime *>(data->slot(member, Slot::Default));
-        break;
-    case Kind::Record:
-        static_cast<Record *>(current)->assign(*static_cast<Record *>(data->slot(member, Slot::Default)));
-        break;
-    case Kind::RecordVector:
-        m.vector->clear(current);
-        break;
-    case Kind::StringVector:
-        static_cast<QVector<QString> *>(current)->clear();
-        break;
-    case Kind::DoubleVector:
-        static_cast<QVector<double> *>(current)->clear();
-        break;
-    case Kind::Reserved:
-        break;
-    }
+    resetSlot(member);
 }
 
 QString Record::pleaseSet(int member) const

@@ -142,6 +142,7 @@ private:
     detail::RecordData *block() const;
     void initData() const;
     void constNoClearReset() const;
+    void resetSlot(int member) const;
     bool filled(int member, bool forHasData) const;
     bool isValidSlot(int member, detail::Slot which) const;
     void setFromSlot(int member, detail::Slot which);

@@ -13,6 +13,7 @@
 #include <morvane.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
@@ -52,6 +53,7 @@ bool readList(const QString &fileName, FrequencyStoreList &list)
 
 bool writeList(const QString &fileName, const FrequencyStoreList &list)
 {
+    QDir().mkpath(QFileInfo(fileName).absolutePath());
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     QByteArray data;
     if (suffix == QLatin1String("xml")) {

@@ -141,6 +141,15 @@ bool IOrbelinObject::SetBinaryRepresentation(QByteArray &data)
 
 bool IOrbelinObject::SetCompressedBinaryRepresentation(const QByteArray &data)
 {
+    // qCompress puts the plain size, big-endian, ahead of the zlib stream. zlib
+    // expands no byte to more than 1032, so a larger size is a damaged header:
+    // refused before qUncompress would try to allocate it.
+    if (data.size() < 4)
+        return false;
+    const quint32 expected = (quint32(uchar(data[0])) << 24) | (quint32(uchar(data[1])) << 16)
+        | (quint32(uchar(data[2])) << 8) | quint32(uchar(data[3]));
+    if (expected > quint64(data.size() - 4) * 1032u)
+        return false;
     QByteArray plain = qUncompress(data);
     if (plain.isEmpty())
         return false;

@@ -725,10 +725,20 @@ void Record::checkMember(int member, bool b) const
     switch (m.kind) {
     case Kind::Reserved:
         return;
-    case Kind::Record:
+    case Kind::Record: {
+        // With validation on, a mandatory child must be complete, as the
+        // branch of a choice must: the record's HasData asks for it, so
+        // without this test a record missing it would be dropped from the
+        // output without a word instead of failing.
+        const Record *child = static_cast<const Record *>(current);
+        if (m.use == Use::Mandatory && GetValidate() && !child->HasData()) {
+            throw ORBELIN::IncompleteDefinitionException(
+                QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.stem, GetObjectName()));
+        }
         if (present)
-            static_cast<const Record *>(current)->Check(b);
+            child->Check(b);
         return;
+    }
     case Kind::RecordVector:
         if (m.use == Use::Mandatory && !present)
             throw ORBELIN::OutOfRangeException(pleaseSet(member));
@@ -1268,11 +1278,15 @@ void Record::readBinaryMember(QDataStream &stream, int member, int length)
     case Kind::RecordVector: {
         qint32 count = 0;
         stream >> count;
-        // Reserve no more than the bytes left could hold (four per item).
-        const qint64 room = qMax<qint64>(0, qMin<qint64>(count, length / 4));
+        // Reserve no more than the bytes left could hold (four per item): a
+        // damaged count or length must not make a huge allocation.
+        const qint64 left = stream.device() ? qMin<qint64>(length, stream.device()->bytesAvailable()) : 0;
+        const qint64 room = qMax<qint64>(0, qMin<qint64>(count, left / 4));
         void *vector = data()->slot(member, Slot::Current);
         m.vector->reserve(vector, int(m.vector->size(vector) + room));
-        for (qint32 k = 0; k < count && stream.status() == QDataStream::Ok && !stream.atEnd(); ++k) {
+        // As many items as the count says: a stream that ends before them is
+        // a length error (the item's read past the end), not a shorter vector.
+        for (qint32 k = 0; k < count && stream.status() == QDataStream::Ok; ++k) {
             qint32 itemLength = 0;
             stream >> itemLength;
             std::unique_ptr<Record> item = m.vector->make();
@@ -1287,7 +1301,7 @@ void Record::readBinaryMember(QDataStream &stream, int member, int length)
     case Kind::DoubleVector: {
         qint32 count = 0;
         stream >> count;
-        for (qint32 k = 0; k < count && stream.status() == QDataStream::Ok && !stream.atEnd(); ++k) {
+        for (qint32 k = 0; k < count && stream.status() == QDataStream::Ok; ++k) {
             QByteArray item;
             stream >> item;
             setFromText(member, QString::fromUtf8(item));

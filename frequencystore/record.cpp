@@ -50,11 +50,11 @@ bool isVector(Kind kind)
     return kind == Kind::RecordVector || kind == Kind::StringVector || kind == Kind::DoubleVector;
 }
 
-// Writes a tag, a length patched afterwards, and what `body` writes.
+// Writes a length patched afterwards, then what `body` writes: the length
+// counts the body's bytes. The stream's device must be seekable.
 template <class F>
-void writeFrame(QDataStream &stream, quint32 tag, F body)
+void writeWithLength(QDataStream &stream, F body)
 {
-    stream << qint32(tag);
     QIODevice *device = stream.device();
     stream << qint32(0);
     const qint64 start = device->pos();
@@ -63,6 +63,14 @@ void writeFrame(QDataStream &stream, quint32 tag, F body)
     device->seek(start - 4);
     stream << qint32(end - start);
     device->seek(end);
+}
+
+// A member frame: tag, length, value.
+template <class F>
+void writeFrame(QDataStream &stream, quint32 tag, F body)
+{
+    stream << qint32(tag);
+    writeWithLength(stream, body);
 }
 
 QByteArray utf8(const QString &text)
@@ -894,29 +902,19 @@ void Record::setFromText(int member, const QString &text)
 }
 
 // Attributes and the character data of the text-value records are stored
-// straight into the slot, past the setter's tests.
+// past the setter's tests: the setter runs with this record's flag off (the
+// children's flags are not touched).
 void Record::storeAttribute(int member, const QString &text)
 {
-    RecordData *data = this->data();
-    const MemberInfo &m = descriptor().members[member];
-    void *current = data->slot(member, Slot::Current);
-    switch (m.kind) {
-    case Kind::Double: *static_cast<double *>(current) = text.toDouble(); break;
-    case Kind::Int: *static_cast<int *>(current) = text.toInt(); break;
-    case Kind::UInt: *static_cast<unsigned *>(current) = unsigned(text.toInt()); break;
-    case Kind::String: *static_cast<QString *>(current) = stringValue(text); break;
-    case Kind::DateTime: *static_cast<QDateTime *>(current) = ORBELIN::Converters::ToDateTime(text); break;
-    case Kind::Enum: *static_cast<int *>(current) = nameToEnum(member, text); break;
-    case Kind::Bool: {
-        const QString lowered = text.toLower();
-        *static_cast<bool *>(current) = lowered.isEmpty()
-            ? *static_cast<bool *>(data->slot(member, Slot::Default))
-            : lowered != QLatin1String("0") && lowered != QLatin1String("false");
-        break;
+    const bool validate = GetValidate();
+    IOrbelinObject::SetValidate(false);
+    try {
+        setFromText(member, text);
+    } catch (...) {
+        IOrbelinObject::SetValidate(validate);
+        throw;
     }
-    default: return;
-    }
-    markSet(member);
+    IOrbelinObject::SetValidate(validate);
 }
 
 // --- XML -----------------------------------------------------------------------------------
@@ -1022,6 +1020,16 @@ void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
     }
 }
 
+void Record::readAttributes(const QXmlStreamAttributes &attributes)
+{
+    const detail::RecordDescriptor &desc = descriptor();
+    for (int i = 0; i < desc.memberCount; ++i) {
+        const MemberInfo &m = desc.members[i];
+        if (m.xml == Xml::Attribute && attributes.hasAttribute(m.xmlName))
+            storeAttribute(i, attributes.value(m.xmlName).toString());
+    }
+}
+
 void Record::ProcessXml(QXmlStreamReader &reader)
 {
     const detail::RecordDescriptor &desc = descriptor();
@@ -1037,11 +1045,7 @@ void Record::ProcessXml(QXmlStreamReader &reader)
         if (data->version.toFloat() > data->initialVersionLoaded.toFloat())
             ResetToDefault();
     }
-    for (int i = 0; i < desc.memberCount; ++i) {
-        const MemberInfo &m = desc.members[i];
-        if (m.xml == Xml::Attribute && attributes.hasAttribute(m.xmlName))
-            storeAttribute(i, attributes.value(m.xmlName).toString());
-    }
+    readAttributes(attributes);
     IOrbelinObject::ProcessXml(reader);
 }
 
@@ -1049,13 +1053,8 @@ void Record::ReadValuesFromXml(QXmlStreamReader &reader)
 {
     const QString name = Compat::elementName(reader);
     data();
-    const QXmlStreamAttributes attributes = reader.attributes();
+    readAttributes(reader.attributes());
     const detail::RecordDescriptor &desc = descriptor();
-    for (int i = 0; i < desc.memberCount; ++i) {
-        const MemberInfo &m = desc.members[i];
-        if (m.xml == Xml::Attribute && attributes.hasAttribute(m.xmlName))
-            storeAttribute(i, attributes.value(m.xmlName).toString());
-    }
     const QString text = GetTextValue(reader);
     for (int i = 0; i < desc.memberCount; ++i) {
         if (desc.members[i].xml == Xml::Text)
@@ -1133,16 +1132,11 @@ bool Record::GetBinary(QDataStream &stream, int id, bool writeId) const
     RecordData *data = this->data();
     if (writeId)
         stream << qint32(id);
-    QIODevice *device = stream.device();
-    stream << qint32(0);
-    const qint64 start = device->pos();
-    if (descriptor().isVersioned())
-        writeFrame(stream, VersionTag, [&] { stream << data->version; });
-    forEachInWriteOrder([&](int i) { writeBinaryMember(stream, i); });
-    const qint64 end = device->pos();
-    device->seek(start - 4);
-    stream << qint32(end - start);
-    device->seek(end);
+    writeWithLength(stream, [&] {
+        if (descriptor().isVersioned())
+            writeFrame(stream, VersionTag, [&] { stream << data->version; });
+        forEachInWriteOrder([&](int i) { writeBinaryMember(stream, i); });
+    });
     return true;
 }
 

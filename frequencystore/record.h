@@ -9,6 +9,8 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
 
+class QXmlStreamAttributes;
+
 namespace Morvane {
 
 // The runtime of every record class. A record holds one pointer to its private
@@ -148,6 +150,7 @@ private:
     void setFromSlot(int member, detail::Slot which);
     void setFromText(int member, const QString &text);
     void storeAttribute(int member, const QString &text);
+    void readAttributes(const QXmlStreamAttributes &attributes);
     QString textOf(int member, detail::Slot which = detail::Slot::Current) const;
     QString pleaseSet(int member) const;
     void checkChoice(bool b) const;

@@ -20,6 +20,7 @@
 #include <QtCore/QVector>
 #include <QtCore/QXmlStreamWriter>
 
+#include <initializer_list>
 #include <memory>
 #include <ostream>
 
@@ -189,6 +190,70 @@ inline bool hasTag(const QByteArray &body, quint32 tag)
     return tagsOf(body).contains(tag);
 }
 
+// Writes `record` as an XML document and as a binary representation and
+// reads both back: each copy equals the original and writes the same XML, and
+// the copy read from binary writes the same bytes again. Gives that copy.
+template <class Record>
+Record roundTrip(const Record &record)
+{
+    Record fromXml;
+    EXPECT_TRUE(fromXml.SetXmlString(record.GetXmlString(), true));
+    EXPECT_TRUE(fromXml == record);
+    EXPECT_EQ(compactXml(record), compactXml(fromXml));
+    QByteArray rep = record.GetBinaryRepresentationAsQByteArray();
+    Record fromBinary;
+    EXPECT_TRUE(fromBinary.SetBinaryRepresentation(rep));
+    EXPECT_TRUE(fromBinary == record);
+    EXPECT_EQ(compactXml(record), compactXml(fromBinary));
+    EXPECT_EQ(rep, fromBinary.GetBinaryRepresentationAsQByteArray());
+    return fromBinary;
+}
+
+// Checks an enumeration: the name list, the GUI list, both lookups and the
+// values outside it.
+template <class R, class E>
+void checkEnumeration(const QStringList &expected, QStringList (*names)(), QStringList (*gui)(),
+                      QString (R::*toName)(const E &) const, E (R::*toValue)(const QString &) const,
+                      bool (R::*isValid)(const E &) const)
+{
+    EXPECT_EQ(expected, names());
+    EXPECT_EQ(expected, gui());
+    R record;
+    for (int i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(expected.at(i), (record.*toName)(E(i)));
+        EXPECT_EQ(i, int((record.*toValue)(expected.at(i))));
+        EXPECT_TRUE((record.*isValid)(E(i)));
+        EXPECT_EQ(-1, int((record.*toValue)(expected.at(i).toLower() + "x")));
+        EXPECT_EQ(-1, int((record.*toValue)(expected.at(i) + " ")));
+    }
+    EXPECT_TRUE((record.*toName)(E(-1)).isNull());
+    EXPECT_TRUE((record.*toName)(E(int(expected.size()))).isNull());
+    EXPECT_FALSE((record.*isValid)(E(-1)));
+    EXPECT_FALSE((record.*isValid)(E(int(expected.size()))));
+    EXPECT_FALSE((record.*isValid)(E(int(expected.size()) + 100)));
+}
+
+// Reads a document that gives an enumerated member a name the enumeration
+// does not have. With validation on the read throws `message`; with it off
+// the member is set to the invalid value -1. Gives the record read without
+// validation.
+template <class Record, class Value>
+Record readUnknownEnumName(const QString &document, const QString &message, bool (Record::*isSet)() const,
+                           Value (Record::*get)() const);
+
+// One member made invalid past its setter, and the name Check gives for it.
+template <class Record>
+struct Spoil
+{
+    const char *name;
+    void (*spoil)(Record &);
+};
+
+// For each case: `valid` passes Check; with validation off and the member
+// spoiled, Check throws "<prefix>: Please set <name> properly.".
+template <class Record>
+void expectCheckNamesSpoiled(const Record &valid, const QString &prefix, std::initializer_list<Spoil<Record>> cases);
+
 // A translator that answers every text of the library's contexts with
 // "context|text", so that a test can see a text went through tr.
 class MarkingTranslator : public QTranslator
@@ -261,5 +326,36 @@ private:
         }                                                                                \
         EXPECT_TRUE(thrown_) << "expected " #type " from " #statement;                   \
     } while (0)
+
+namespace MorvaneTest {
+
+template <class Record, class Value>
+Record readUnknownEnumName(const QString &document, const QString &message, bool (Record::*isSet)() const,
+                           Value (Record::*get)() const)
+{
+    Record strict;
+    EXPECT_THROW_MESSAGE(strict.SetXmlString(document, true), ORBELIN::OutOfRangeException, message);
+    Record lax;
+    lax.SetValidate(false);
+    EXPECT_TRUE(lax.SetXmlString(document, true));
+    EXPECT_TRUE((lax.*isSet)());
+    EXPECT_EQ(-1, int((lax.*get)()));
+    return lax;
+}
+
+template <class Record>
+void expectCheckNamesSpoiled(const Record &valid, const QString &prefix, std::initializer_list<Spoil<Record>> cases)
+{
+    for (const Spoil<Record> &c : cases) {
+        Record record = valid;
+        EXPECT_NO_THROW(record.Check());
+        record.SetValidate(false);
+        c.spoil(record);
+        EXPECT_THROW_MESSAGE(record.Check(), ORBELIN::OutOfRangeException,
+                             QStringLiteral("%1: Please set %2 properly.").arg(prefix, QLatin1String(c.name)));
+    }
+}
+
+} // namespace MorvaneTest
 
 #endif

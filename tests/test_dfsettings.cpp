@@ -2,6 +2,7 @@
 // detector settings.
 
 #include "recordtestsupport.h"
+#include "tags.h"
 
 using namespace Morvane;
 using namespace MorvaneTest;
@@ -10,30 +11,6 @@ using ORBELIN::InvalidXmlException;
 using ORBELIN::OutOfRangeException;
 
 namespace {
-
-constexpr quint32 TagBandwidth = 0xbeeba168u;
-constexpr quint32 TagDFMode = 0x23991af4u;
-constexpr quint32 TagDFStep = 0xeb3905a7u;
-constexpr quint32 TagFreqSpan = 0x3d21bc53u;
-constexpr quint32 TagAveraging = 0x762f6dc0u;
-constexpr quint32 TagWorkflow = 0x828b1ef0u;
-constexpr quint32 TagActivity = 0xb7ab424cu;
-constexpr quint32 TagActivityTrigger = 0x5d7fec78u;
-constexpr quint32 TagMethod = 0x7ebe6680u;
-constexpr quint32 TagSelectivity = 0x57d5def0u;
-constexpr quint32 TagFrequencyOffset = 0xd14e2519u;
-constexpr quint32 TagApplicationMode = 0x709f5179u;
-constexpr quint32 TagICMMode = 0xfa6c4454u;
-constexpr quint32 TagMonitoredVTC = 0x154adc4cu;
-constexpr quint32 TagDetail = 0x51613717u;
-
-constexpr quint32 TagQualityThreshold = 0xcaeafd4cu;
-constexpr quint32 TagLevelThreshold = 0xe49b64e0u;
-constexpr quint32 TagElevationMin = 0x4aad0259u;
-constexpr quint32 TagElevationMax = 0x02c650efu;
-
-constexpr quint32 TagGenericShape = 0x9e874813u;
-constexpr quint32 TagShape = 0xb92679c3u;
 
 Bandwidth bandwidth(double value)
 {
@@ -88,26 +65,6 @@ QString dfDocument(const QString &versionAttribute, const QString &content)
         .arg(versionAttribute, content);
 }
 
-template <class E>
-void checkNames(const QStringList &expected, QStringList (*names)(), QStringList (*gui)(),
-                QString (DF_Settings::*toName)(const E &) const, E (DF_Settings::*toValue)(const QString &) const,
-                bool (DF_Settings::*isValid)(const E &) const)
-{
-    EXPECT_EQ(expected, names());
-    EXPECT_EQ(expected, gui());
-    DF_Settings s;
-    for (int i = 0; i < expected.size(); ++i) {
-        EXPECT_EQ(expected.at(i), (s.*toName)(E(i)));
-        EXPECT_EQ(i, int((s.*toValue)(expected.at(i))));
-        EXPECT_EQ(-1, int((s.*toValue)(expected.at(i).toUpper() + " ")));
-    }
-    EXPECT_TRUE((s.*toName)(E(-1)).isNull());
-    EXPECT_TRUE((s.*toName)(E(int(expected.size()))).isNull());
-    EXPECT_FALSE((s.*isValid)(E(-1)));
-    EXPECT_FALSE((s.*isValid)(E(int(expected.size()))));
-    EXPECT_TRUE((s.*isValid)(E(int(expected.size()) - 1)));
-}
-
 } // namespace
 
 // --- enumerations -------------------------------------------------------------------------
@@ -115,19 +72,19 @@ void checkNames(const QStringList &expected, QStringList (*names)(), QStringList
 TEST(DFSettingsEnum, NameLists)
 {
     using S = DF_Settings;
-    checkNames<S::DFMode>({"Cont", "Norm", "Gate"}, &S::GetDFModes, &S::GetGUIDFModes, &S::DFModeToName,
-                          &S::NameToDFMode, &S::IsValidDFMode);
-    checkNames<S::Workflow>({"Continuous", "Single shot"}, &S::GetWorkflows, &S::GetGUIWorkflows, &S::WorkflowToName,
-                            &S::NameToWorkflow, &S::IsValidWorkflow);
-    checkNames<S::Activity>({"No DF/Locate", "DF allowed", "Locate allowed"}, &S::GetActivitys, &S::GetGUIActivitys,
-                            &S::ActivityToName, &S::NameToActivity, &S::IsValidActivity);
-    checkNames<S::ActivityTrigger>({"Frequency change", "User request"}, &S::GetActivityTriggers,
-                                   &S::GetGUIActivityTriggers, &S::ActivityTriggerToName, &S::NameToActivityTrigger,
-                                   &S::IsValidActivityTrigger);
-    checkNames<S::Method>({"AUTO", "WATSONWATT", "CORRELATION", "SUPERRESOLUTION", "VECTORMATCHING"}, &S::GetMethods,
-                          &S::GetGUIMethods, &S::MethodToName, &S::NameToMethod, &S::IsValidMethod);
-    checkNames<S::Selectivity>({"AUTO", "NORMAL", "NARROW", "SHARP"}, &S::GetSelectivitys, &S::GetGUISelectivitys,
-                               &S::SelectivityToName, &S::NameToSelectivity, &S::IsValidSelectivity);
+    checkEnumeration({"Cont", "Norm", "Gate"}, &S::GetDFModes, &S::GetGUIDFModes, &S::DFModeToName,
+                     &S::NameToDFMode, &S::IsValidDFMode);
+    checkEnumeration({"Continuous", "Single shot"}, &S::GetWorkflows, &S::GetGUIWorkflows, &S::WorkflowToName,
+                     &S::NameToWorkflow, &S::IsValidWorkflow);
+    checkEnumeration({"No DF/Locate", "DF allowed", "Locate allowed"}, &S::GetActivitys, &S::GetGUIActivitys,
+                     &S::ActivityToName, &S::NameToActivity, &S::IsValidActivity);
+    checkEnumeration({"Frequency change", "User request"}, &S::GetActivityTriggers,
+                     &S::GetGUIActivityTriggers, &S::ActivityTriggerToName, &S::NameToActivityTrigger,
+                     &S::IsValidActivityTrigger);
+    checkEnumeration({"AUTO", "WATSONWATT", "CORRELATION", "SUPERRESOLUTION", "VECTORMATCHING"}, &S::GetMethods,
+                     &S::GetGUIMethods, &S::MethodToName, &S::NameToMethod, &S::IsValidMethod);
+    checkEnumeration({"AUTO", "NORMAL", "NARROW", "SHARP"}, &S::GetSelectivitys, &S::GetGUISelectivitys,
+                     &S::SelectivityToName, &S::NameToSelectivity, &S::IsValidSelectivity);
 }
 
 TEST(DFSettingsEnum, MethodAutoAndVectorMatching)
@@ -280,13 +237,8 @@ TEST(DFSettings, MissingBandwidthFailsWriting)
 
 TEST(DFSettings, CheckNamesInvalidOptionalMembers)
 {
-    struct Case
-    {
-        const char *name;
-        void (*spoil)(DF_Settings &);
-    };
     using S = DF_Settings;
-    const Case cases[] = {
+    expectCheckNamesSpoiled<S>(fullDF(), "DF_Settings", {
         {"Workflow", [](S &s) { s.SetWorkflow(S::Workflow(2)); }},
         {"Activity", [](S &s) { s.SetActivity(S::Activity(3)); }},
         {"ActivityTrigger", [](S &s) { s.SetActivityTrigger(S::ActivityTrigger(-1)); }},
@@ -296,15 +248,7 @@ TEST(DFSettings, CheckNamesInvalidOptionalMembers)
         {"ICMMode", [](S &s) { s.SetICMMode(QString()); }},
         {"MonitoredVTCFrequencies", [](S &s) { s.SetMonitoredVTCFrequencies(QString()); }},
         {"DFMode", [](S &s) { s.SetDFMode(S::DFMode(3)); }},
-    };
-    for (const Case &c : cases) {
-        DF_Settings s = fullDF();
-        EXPECT_NO_THROW(s.Check());
-        s.SetValidate(false);
-        c.spoil(s);
-        EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException,
-                             QStringLiteral("DF_Settings: Please set %1 properly.").arg(c.name));
-    }
+    });
 }
 
 TEST(DFSettings, BinaryMemberOrder)
@@ -312,7 +256,7 @@ TEST(DFSettings, BinaryMemberOrder)
     const QByteArray body = bodyOf(fullDF().GetBinaryRepresentationAsQByteArray());
     EXPECT_EQ((QVector<quint32>{VersionTag, TagBandwidth, TagDFMode, TagDFStep, TagFreqSpan, TagAveraging, TagWorkflow,
                                 TagActivity, TagActivityTrigger, TagMethod, TagSelectivity, TagFrequencyOffset,
-                                TagApplicationMode, TagICMMode, TagMonitoredVTC, TagDetail}),
+                                TagApplicationMode, TagICMMode, TagMonitoredVTC, TagDFDetail}),
               tagsOf(body));
     EXPECT_EQ(utf8Value("No DF/Locate"), valueOf(body, TagActivity));
     EXPECT_EQ(utf8Value("4.00"), valueOf(body, TagAveraging));
@@ -321,16 +265,8 @@ TEST(DFSettings, BinaryMemberOrder)
 TEST(DFSettings, FullRoundTrip)
 {
     const DF_Settings s = fullDF();
-    DF_Settings fromXml;
-    ASSERT_TRUE(fromXml.SetXmlString(s.GetXmlString(), true));
-    EXPECT_TRUE(fromXml == s);
-    EXPECT_EQ(compactXml(s), compactXml(fromXml));
-    QByteArray rep = s.GetBinaryRepresentationAsQByteArray();
-    DF_Settings fromBinary;
-    ASSERT_TRUE(fromBinary.SetBinaryRepresentation(rep));
-    EXPECT_TRUE(fromBinary == s);
+    DF_Settings fromBinary = roundTrip(s);
     EXPECT_EQ(QString("1.0"), fromBinary.GetInitialVersionLoaded());
-    EXPECT_EQ(rep, fromBinary.GetBinaryRepresentationAsQByteArray());
     fromBinary.GetDetail().SetElevationMax(86);
     EXPECT_FALSE(fromBinary == s);
 }
@@ -338,14 +274,8 @@ TEST(DFSettings, FullRoundTrip)
 TEST(DFSettings, UnknownEnumNameInXml)
 {
     const QString doc = dfDocument(" Version=\"1.0\"", "<Method>auto</Method>");
-    DF_Settings strict;
-    EXPECT_THROW_MESSAGE(strict.SetXmlString(doc, true), OutOfRangeException,
-                         "enum is not valid (classname=DF_Settings,membername=m_method)");
-    DF_Settings lax;
-    lax.SetValidate(false);
-    ASSERT_TRUE(lax.SetXmlString(doc, true));
-    EXPECT_TRUE(lax.IsMethodSet());
-    EXPECT_EQ(-1, int(lax.GetMethod()));
+    readUnknownEnumName(doc, "enum is not valid (classname=DF_Settings,membername=m_method)",
+                        &DF_Settings::IsMethodSet, &DF_Settings::GetMethod);
 }
 
 // --- DF_SettingsDetail ------------------------------------------------------------------------
@@ -480,13 +410,7 @@ TEST(ShapeDetector, RoundTripInEntryOrder)
         s.AppendGenericShape(QStringLiteral("g%1").arg(i));
         s.AppendShape(QStringLiteral("s%1").arg(4 - i));
     }
-    ShapeDetectorSettings fromXml;
-    ASSERT_TRUE(fromXml.SetXmlString(s.GetXmlString(), true));
-    EXPECT_TRUE(fromXml == s);
-    ShapeDetectorSettings fromBinary;
-    QByteArray rep = s.GetBinaryRepresentationAsQByteArray();
-    ASSERT_TRUE(fromBinary.SetBinaryRepresentation(rep));
-    EXPECT_TRUE(fromBinary == s);
+    ShapeDetectorSettings fromBinary = roundTrip(s);
     fromBinary.GetShape()[0] = "changed";
     EXPECT_FALSE(fromBinary == s);
 }

@@ -3,6 +3,7 @@
 // and the binary forms.
 
 #include "recordtestsupport.h"
+#include "tags.h"
 
 #include <limits>
 
@@ -13,28 +14,6 @@ using ORBELIN::InvalidXmlException;
 using ORBELIN::OutOfRangeException;
 
 namespace {
-
-constexpr quint32 TagFrequency = 0x33f82dc2u;
-constexpr quint32 TagIFBandwidth = 0x05471606u;
-constexpr quint32 TagIFStep = 0x2a8f8d34u;
-constexpr quint32 TagIFStepAuto = 0xb90e5000u;
-constexpr quint32 TagBandwidthMode = 0xe918bb22u;
-constexpr quint32 TagAnalogDemod = 0xf378d1fcu;
-constexpr quint32 TagLevel = 0x7e52aa12u;
-constexpr quint32 TagUpperLevel = 0x15258bc5u;
-constexpr quint32 TagDetail = 0x76b9942fu;
-constexpr quint32 TagTunerMode = 0x32f53f80u;
-constexpr quint32 TagPScan = 0xb4b09e0au;
-
-constexpr quint32 TagStartFrequency = 0x2d99dcb9u;
-constexpr quint32 TagStopFrequency = 0x7adc955au;
-constexpr quint32 TagFrequencyStep = 0xdb4c6288u;
-
-constexpr quint32 TagActive = 0x16742428u;
-constexpr quint32 TagChannelNo = 0xf7a248e7u;
-constexpr quint32 TagSquelchValue = 0xefc6f156u;
-constexpr quint32 TagMGCValue = 0xf88ca827u;
-constexpr quint32 TagGainCtrl = 0xa9fdebe7u;
 
 QDateTime utc(int y, int mo, int d, int h, int mi, int s, int ms)
 {
@@ -101,28 +80,6 @@ QString ffmDocument(const QString &versionAttribute, const QString &content)
 {
     return QStringLiteral("<FFM_Settings%1><Frequency>100.00</Frequency><IFBandwidth>9.00</IFBandwidth>%2</FFM_Settings>")
         .arg(versionAttribute, content);
-}
-
-// Checks an enumeration: the name list, the GUI list, both lookups and the
-// values outside it.
-template <class R, class E>
-void checkEnumeration(const QStringList &expected, QStringList (*names)(), QStringList (*gui)(),
-                      QString (R::*toName)(const E &) const, E (R::*toValue)(const QString &) const,
-                      bool (R::*isValid)(const E &) const)
-{
-    EXPECT_EQ(expected, names());
-    EXPECT_EQ(expected, gui());
-    R record;
-    for (int i = 0; i < expected.size(); ++i) {
-        EXPECT_EQ(expected.at(i), (record.*toName)(E(i)));
-        EXPECT_EQ(i, int((record.*toValue)(expected.at(i))));
-        EXPECT_TRUE((record.*isValid)(E(i)));
-        EXPECT_EQ(-1, int((record.*toValue)(expected.at(i).toLower() + "x")));
-    }
-    EXPECT_TRUE((record.*toName)(E(-1)).isNull());
-    EXPECT_TRUE((record.*toName)(E(int(expected.size()))).isNull());
-    EXPECT_FALSE((record.*isValid)(E(-1)));
-    EXPECT_FALSE((record.*isValid)(E(int(expected.size()))));
 }
 
 } // namespace
@@ -406,24 +363,11 @@ TEST(FFMSettingsCheck, MandatoryChildrenWrittenFromTheirSlotsWithoutValidation)
 
 TEST(FFMSettingsCheck, InvalidEnumerationsFailCheck)
 {
-    struct Case
-    {
-        const char *name;
-        void (*spoil)(FFM_Settings &);
-    };
-    const Case cases[] = {
+    expectCheckNamesSpoiled<FFM_Settings>(minimalFFM(), "FFM_Settings", {
         {"BandwidthMode", [](FFM_Settings &s) { s.SetBandwidthMode(FFM_Settings::BandwidthMode(2)); }},
         {"AnalogDemod", [](FFM_Settings &s) { s.SetAnalogDemod(FFM_Settings::AnalogDemod(-1)); }},
         {"TunerMode", [](FFM_Settings &s) { s.SetTunerMode(FFM_Settings::TunerMode(7)); }},
-    };
-    for (const Case &c : cases) {
-        FFM_Settings s = minimalFFM();
-        EXPECT_NO_THROW(s.Check());
-        s.SetValidate(false);
-        c.spoil(s);
-        EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException,
-                             QStringLiteral("FFM_Settings: Please set %1 properly.").arg(c.name));
-    }
+    });
 }
 
 TEST(FFMSettingsCheck, NestedDetailIsChecked)
@@ -470,7 +414,7 @@ TEST(FFMSettingsForms, BinaryMemberOrderAndForms)
     EXPECT_EQ(QByteArray::fromHex("fcf98ea4"), rep.left(4));
     const QByteArray body = bodyOf(rep);
     EXPECT_EQ((QVector<quint32>{VersionTag, TagFrequency, TagIFBandwidth, TagIFStep, TagIFStepAuto, TagBandwidthMode,
-                                TagAnalogDemod, TagLevel, TagUpperLevel, TagDetail, TagTunerMode, TagPScan}),
+                                TagAnalogDemod, TagLevel, TagUpperLevel, TagFFMDetail, TagTunerMode, TagPScan}),
               tagsOf(body));
     EXPECT_EQ(qstringValue("1.2"), valueOf(body, VersionTag));
     EXPECT_EQ(QByteArray::fromHex("01"), valueOf(body, TagIFStepAuto));
@@ -478,7 +422,7 @@ TEST(FFMSettingsForms, BinaryMemberOrderAndForms)
     EXPECT_EQ(utf8Value("Coupled"), valueOf(body, TagBandwidthMode));
     EXPECT_EQ(utf8Value("FixedFrequency"), valueOf(body, TagTunerMode));
     // The empty detail holds its version alone.
-    EXPECT_EQ(versionFrame("1.2"), valueOf(body, TagDetail));
+    EXPECT_EQ(versionFrame("1.2"), valueOf(body, TagFFMDetail));
     EXPECT_EQ(frame(TagFrequencyStep, utf8Value("25.00")), valueOf(body, TagPScan));
 }
 
@@ -498,15 +442,7 @@ TEST(FFMSettingsForms, RoundTripXmlAndBinary)
     s.GetPScanSettings().SetStartFrequency(1.0);
     s.GetPScanSettings().SetStopFrequency(2.0);
 
-    FFM_Settings fromXml;
-    ASSERT_TRUE(fromXml.SetXmlString(s.GetXmlString(), true));
-    EXPECT_TRUE(fromXml == s);
-    EXPECT_EQ(compactXml(s), compactXml(fromXml));
-
-    QByteArray rep = s.GetBinaryRepresentationAsQByteArray();
-    FFM_Settings fromBinary;
-    ASSERT_TRUE(fromBinary.SetBinaryRepresentation(rep));
-    EXPECT_TRUE(fromBinary == s);
+    FFM_Settings fromBinary = roundTrip(s);
     EXPECT_EQ(QString("1.2"), fromBinary.GetInitialVersionLoaded());
     EXPECT_EQ(QString("1.2"), fromBinary.GetDetail().GetInitialVersionLoaded());
 
@@ -530,14 +466,9 @@ TEST(FFMSettingsForms, EmptyIFStepAutoTakesTheDefault)
 TEST(FFMSettingsForms, UnknownEnumNameInXml)
 {
     const QString doc = ffmDocument(" Version=\"1.2\"", "<AnalogDemod>am</AnalogDemod>");
-    FFM_Settings strict;
-    EXPECT_THROW_MESSAGE(strict.SetXmlString(doc, true), OutOfRangeException,
-                         "enum is not valid (classname=FFM_Settings,membername=m_analogDemod)");
-    FFM_Settings lax;
-    lax.SetValidate(false);
-    ASSERT_TRUE(lax.SetXmlString(doc, true));
-    EXPECT_TRUE(lax.IsAnalogDemodSet());
-    EXPECT_EQ(-1, int(lax.GetAnalogDemod()));
+    const FFM_Settings lax =
+        readUnknownEnumName(doc, "enum is not valid (classname=FFM_Settings,membername=m_analogDemod)",
+                            &FFM_Settings::IsAnalogDemodSet, &FFM_Settings::GetAnalogDemod);
     // Written back, the invalid value is an empty element.
     EXPECT_TRUE(compactXml(lax).contains("<AnalogDemod></AnalogDemod>"));
 }
@@ -682,13 +613,8 @@ TEST(FFMSettingsDetail, FullRoundTrip)
 
 TEST(FFMSettingsDetail, CheckNamesInvalidMembers)
 {
-    struct Case
-    {
-        const char *name;
-        void (*spoil)(FFM_SettingsDetail &);
-    };
     using D = FFM_SettingsDetail;
-    const Case cases[] = {
+    expectCheckNamesSpoiled<D>(fullDetail(), "Detail", {
         {"Gain_Ctrl", [](D &d) { d.SetGain_Ctrl(QString()); }},
         {"Attenuation", [](D &d) { d.SetAttenuation(D::Attenuation(4)); }},
         {"AFC", [](D &d) { d.SetAFC(D::AFC(-1)); }},
@@ -699,14 +625,7 @@ TEST(FFMSettingsDetail, CheckNamesInvalidMembers)
         {"InvertedFMState", [](D &d) { d.SetInvertedFMState(QString()); }},
         {"AntennaPolarisation", [](D &d) { d.SetAntennaPolarisation(D::AntennaPolarisation(4)); }},
         {"AntPreAmp", [](D &d) { d.SetAntPreAmp(D::AntPreAmp(2)); }},
-    };
-    for (const Case &c : cases) {
-        FFM_SettingsDetail d = fullDetail();
-        EXPECT_NO_THROW(d.Check());
-        d.SetValidate(false);
-        c.spoil(d);
-        EXPECT_THROW_MESSAGE(d.Check(), OutOfRangeException, QStringLiteral("Detail: Please set %1 properly.").arg(c.name));
-    }
+    });
 }
 
 TEST(FFMSettingsDetail, NumbersBoolsAndTimeNeverFailCheck)

@@ -1,6 +1,7 @@
 // Tests of the short-time (hop) settings with their range and detail records.
 
 #include "recordtestsupport.h"
+#include "tags.h"
 
 using namespace Morvane;
 using namespace MorvaneTest;
@@ -9,25 +10,6 @@ using ORBELIN::InvalidXmlException;
 using ORBELIN::OutOfRangeException;
 
 namespace {
-
-constexpr quint32 TagHopsPerSecond = 0x175b1b99u;
-constexpr quint32 TagUseHopsPerSecond = 0xfce22e6eu;
-constexpr quint32 TagRange = 0x7f0007a7u;
-constexpr quint32 TagSignalLength = 0xcdcfa688u;
-constexpr quint32 TagBandwidth = 0xbeeba168u;
-constexpr quint32 TagSnapshotLength = 0x69ed2a63u;
-constexpr quint32 TagDetail = 0x6bebb425u;
-constexpr quint32 TagBreak = 0xee5173cdu;
-constexpr quint32 TagFrequency = 0x33f82dc2u;
-
-constexpr quint32 TagUse = 0x02a4068au;
-constexpr quint32 TagStartFreq = 0xc770aef6u;
-constexpr quint32 TagStopFreq = 0xa5947fdbu;
-constexpr quint32 TagFreqSpacing = 0x7a039b4fu;
-
-constexpr quint32 TagMin = 0x3f282542u;
-constexpr quint32 TagMax = 0xdfaeca08u;
-constexpr quint32 TagValue = 0x817e129fu;
 
 Frequency frequency(double value)
 {
@@ -211,7 +193,7 @@ TEST(ShortTimeSettings, MemberOrderInBothForms)
     const ShortTime_Settings s = fullSettings();
     const QByteArray body = bodyOf(s.GetBinaryRepresentationAsQByteArray());
     EXPECT_EQ((QVector<quint32>{TagHopsPerSecond, TagUseHopsPerSecond, TagRange, TagSignalLength, TagBandwidth,
-                                TagSnapshotLength, TagDetail, TagBreak, TagFrequency}),
+                                TagSnapshotLength, TagShortTimeDetail, TagBreak, TagFrequency}),
               tagsOf(body));
     EXPECT_EQ(QByteArray::fromHex("00"), valueOf(body, TagUseHopsPerSecond));
     const QString xml = compactXml(s);
@@ -232,15 +214,7 @@ TEST(ShortTimeSettings, MemberOrderInBothForms)
 TEST(ShortTimeSettings, FullRoundTrip)
 {
     const ShortTime_Settings s = fullSettings();
-    ShortTime_Settings fromXml;
-    ASSERT_TRUE(fromXml.SetXmlString(s.GetXmlString(), true));
-    EXPECT_TRUE(fromXml == s);
-    EXPECT_EQ(compactXml(s), compactXml(fromXml));
-    QByteArray rep = s.GetBinaryRepresentationAsQByteArray();
-    ShortTime_Settings fromBinary;
-    ASSERT_TRUE(fromBinary.SetBinaryRepresentation(rep));
-    EXPECT_TRUE(fromBinary == s);
-    EXPECT_EQ(rep, fromBinary.GetBinaryRepresentationAsQByteArray());
+    ShortTime_Settings fromBinary = roundTrip(s);
     fromBinary.GetFrequency()[3].SetUse(true);
     EXPECT_FALSE(fromBinary == s);
 }

@@ -3,6 +3,7 @@
 // written forms.
 
 #include "recordtestsupport.h"
+#include "tags.h"
 
 using namespace Morvane;
 using namespace MorvaneTest;
@@ -16,15 +17,6 @@ using Choice = FrequencyStoreEntry::ChoiceFrequencyStoreEntry;
 
 const QStringList kUsageNames = {"Undefined", "Resultlist", "NotOfInterest", "Target",     "WellKnown",
                                  "Known",     "Matching",   "Notepad",       "MemoryScan", "Suppress"};
-
-constexpr quint32 TagUsage = 0x5f706838u;
-constexpr quint32 TagID = 0xd22ac01eu;
-constexpr quint32 TagType = 0xfb133431u;
-constexpr quint32 TagAntenna = 0xdb8cc823u;
-constexpr quint32 TagComment = 0x372d9aa1u;
-constexpr quint32 TagFFM = 0x73e5716cu;
-constexpr quint32 TagShortTime = 0x40bb687cu;
-constexpr quint32 TagAdditionalInfo = 0x4b815a72u;
 
 FFM_Settings completeFFM(double value = 145500000.0)
 {
@@ -407,28 +399,16 @@ TEST(StoreEntryCheck, SelectedBranchIsChecked)
 
 TEST(StoreEntryCheck, ScalarMessages)
 {
-    struct Case
-    {
-        const char *name;
-        void (*spoil)(FrequencyStoreEntry &);
-    };
-    const Case cases[] = {
+    FrequencyStoreEntry valid;
+    valid.SetType("t");
+    valid.SetFFM_Settings(completeFFM());
+    expectCheckNamesSpoiled<FrequencyStoreEntry>(valid, "FrequencyStoreEntry", {
         {"Usage", [](FrequencyStoreEntry &e) { e.SetUsage(FrequencyStoreEntry::Usage(11)); }},
         {"ID", [](FrequencyStoreEntry &e) { e.SetID(QString()); }},
         {"Antenna", [](FrequencyStoreEntry &e) { e.SetAntenna(QString()); }},
         {"Comment", [](FrequencyStoreEntry &e) { e.SetComment(QString()); }},
         {"AdditionalInfo", [](FrequencyStoreEntry &e) { e.SetAdditionalInfo(QString()); }},
-    };
-    for (const Case &c : cases) {
-        FrequencyStoreEntry e;
-        e.SetType("t");
-        e.SetFFM_Settings(completeFFM());
-        EXPECT_NO_THROW(e.Check());
-        e.SetValidate(false);
-        c.spoil(e);
-        EXPECT_THROW_MESSAGE(e.Check(), OutOfRangeException,
-                             QStringLiteral("FrequencyStoreEntry: Please set %1 properly.").arg(c.name));
-    }
+    });
 }
 
 TEST(StoreEntryCheck, NullStringsRefusedWithValidation)
@@ -607,14 +587,8 @@ TEST(StoreEntryForms, RoundTripOfBothBranches)
 TEST(StoreEntryForms, UnknownUsageNameInXml)
 {
     const QString doc = entryDocument(" Version=\"2.0\"", "<Usage>Targets</Usage>");
-    FrequencyStoreEntry strict;
-    EXPECT_THROW_MESSAGE(strict.SetXmlString(doc, true), OutOfRangeException,
-                         "enum is not valid (classname=FrequencyStoreEntry,membername=m_usage)");
-    FrequencyStoreEntry lax;
-    lax.SetValidate(false);
-    ASSERT_TRUE(lax.SetXmlString(doc, true));
-    EXPECT_TRUE(lax.IsUsageSet());
-    EXPECT_EQ(-1, int(lax.GetUsage()));
+    readUnknownEnumName(doc, "enum is not valid (classname=FrequencyStoreEntry,membername=m_usage)",
+                        &FrequencyStoreEntry::IsUsageSet, &FrequencyStoreEntry::GetUsage);
 }
 
 TEST(StoreEntryForms, EmptyTypeElementIsEmptyNotNull)

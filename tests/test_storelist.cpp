@@ -3,6 +3,7 @@
 // what bad input does to it.
 
 #include "recordtestsupport.h"
+#include "tags.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
@@ -18,12 +19,6 @@ namespace {
 
 const QStringList kUsageNames = {"Undefined", "Resultlist", "NotOfInterest", "Target",     "WellKnown",
                                  "Known",     "Matching",   "Notepad",       "MemoryScan", "Suppress"};
-
-constexpr quint32 TagName = 0x58d44d66u;
-constexpr quint32 TagUsage = 0x5f706838u;
-constexpr quint32 TagTimstamp = 0xd1e86c7au;
-constexpr quint32 TagTargetareas = 0xa6a0a0d8u;
-constexpr quint32 TagEntries = 0xd7fbf9b4u;
 
 QDateTime utc(int y, int mo, int d, int h, int mi, int s, int ms)
 {

@@ -4,6 +4,8 @@
 #include "recordtestsupport.h"
 #include "tags.h"
 
+#include <type_traits>
+
 using namespace Morvane;
 using namespace MorvaneTest;
 using ORBELIN::IncompleteDefinitionException;
@@ -97,6 +99,8 @@ TEST(DFSettingsEnum, MethodAutoAndVectorMatching)
 
 TEST(DFSettingsEnum, SelectivityAndMethodHaveTheirOwnAuto)
 {
+    static_assert(!std::is_same<DF_Settings::Method, DF_Settings::Selectivity>::value,
+                  "Method and Selectivity are enumerations of their own");
     DF_Settings s;
     EXPECT_EQ(0, int(s.NameToSelectivity("AUTO")));
     EXPECT_EQ(0, int(s.NameToMethod("AUTO")));

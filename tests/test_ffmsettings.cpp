@@ -247,6 +247,25 @@ TEST(FFMSettingsDefaults, ResetToDefaultSetsThem)
     EXPECT_FALSE(s.IsPScanSettingsSet());
 }
 
+TEST(FFMSettingsDefaults, ResetToDefaultOfAFreshObject)
+{
+    FFM_Settings s;
+    s.ResetToDefault();
+    EXPECT_TRUE(s.IsIFStepAutoSet());
+    EXPECT_FALSE(s.GetIFStepAuto());
+    EXPECT_TRUE(s.IsTunerModeSet());
+    EXPECT_EQ(QString("FixedFrequency"), s.GetTunerModeAsString());
+
+    PScanSettings p;
+    p.ResetToDefault();
+    EXPECT_TRUE(p.IsStartFrequencySet());
+    EXPECT_TRUE(p.IsStopFrequencySet());
+    EXPECT_TRUE(p.IsFrequencyStepSet());
+    EXPECT_EQ(0.0, p.GetStartFrequency());
+    EXPECT_EQ(0.0, p.GetStopFrequency());
+    EXPECT_EQ(500.0, p.GetFrequencyStep());
+}
+
 TEST(FFMSettingsDefaults, PScanSettingsDefaults)
 {
     PScanSettings p;

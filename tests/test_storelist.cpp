@@ -493,6 +493,16 @@ TEST(StoreListVersion, Version10ResetsToDefaultAndSkipsUnknown)
     EXPECT_TRUE(probe.list.IsUsageSet());
 }
 
+TEST(StoreListVersion, Version10ContentIsReadAfterTheReset)
+{
+    VersionProbe probe;
+    probe.read(listDocument(" Version=\"1.0\"", kUnknownWithName + "<Usage>Target</Usage>"));
+    EXPECT_EQ(QString("1.0"), probe.list.GetInitialVersionLoaded());
+    EXPECT_EQ(QString("Default name"), probe.list.GetName());
+    EXPECT_TRUE(probe.list.IsUsageSet());
+    EXPECT_EQ(FrequencyStoreList::Usage_Target, probe.list.GetUsage());
+}
+
 TEST(StoreListVersion, Version11ContentComesAfterDefaults)
 {
     VersionProbe probe;
@@ -522,9 +532,12 @@ TEST(StoreListVersion, CurrentVersionKeepsWhatTheListHeld)
 
 TEST(StoreListVersion, CurrentVersionUnknownElementThrows)
 {
-    FrequencyStoreList list;
-    EXPECT_THROW_MESSAGE(list.SetXmlString(listDocument(" Version=\"1.2\"", kUnknownWithName), true),
-                         InvalidXmlException, "Unknown Tag 'Extra' in 'FrequencyStoreList'.");
+    for (const char *version : {"1.2", "2.0"}) {
+        FrequencyStoreList list;
+        EXPECT_THROW_MESSAGE(
+            list.SetXmlString(listDocument(QStringLiteral(" Version=\"%1\"").arg(version), kUnknownWithName), true),
+            InvalidXmlException, "Unknown Tag 'Extra' in 'FrequencyStoreList'.");
+    }
     // Without rethrowing, the read fails and leaves the list as it was.
     FrequencyStoreList other;
     other.SetName("before");

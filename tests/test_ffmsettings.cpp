@@ -255,15 +255,6 @@ TEST(FFMSettingsDefaults, ResetToDefaultOfAFreshObject)
     EXPECT_FALSE(s.GetIFStepAuto());
     EXPECT_TRUE(s.IsTunerModeSet());
     EXPECT_EQ(QString("FixedFrequency"), s.GetTunerModeAsString());
-
-    PScanSettings p;
-    p.ResetToDefault();
-    EXPECT_TRUE(p.IsStartFrequencySet());
-    EXPECT_TRUE(p.IsStopFrequencySet());
-    EXPECT_TRUE(p.IsFrequencyStepSet());
-    EXPECT_EQ(0.0, p.GetStartFrequency());
-    EXPECT_EQ(0.0, p.GetStopFrequency());
-    EXPECT_EQ(500.0, p.GetFrequencyStep());
 }
 
 TEST(FFMSettingsDefaults, PScanSettingsDefaults)
@@ -274,14 +265,20 @@ TEST(FFMSettingsDefaults, PScanSettingsDefaults)
     EXPECT_EQ(500.0, p.GetDefaultFrequencyStep());
     EXPECT_FALSE(p.IsFrequencyStepSet());
     EXPECT_EQ(500.0, p.GetFrequencyStep());
-    p.SetFrequencyStep(1.0);
-    p.ResetToDefault();
-    EXPECT_TRUE(p.IsStartFrequencySet());
-    EXPECT_TRUE(p.IsStopFrequencySet());
-    EXPECT_TRUE(p.IsFrequencyStepSet());
-    EXPECT_EQ(0.0, p.GetStartFrequency());
-    EXPECT_EQ(0.0, p.GetStopFrequency());
-    EXPECT_EQ(500.0, p.GetFrequencyStep());
+
+    // ResetToDefault sets all three, on a fresh object as on a used one.
+    PScanSettings fresh;
+    PScanSettings used;
+    used.SetFrequencyStep(1.0);
+    for (PScanSettings *q : {&fresh, &used}) {
+        q->ResetToDefault();
+        EXPECT_TRUE(q->IsStartFrequencySet());
+        EXPECT_TRUE(q->IsStopFrequencySet());
+        EXPECT_TRUE(q->IsFrequencyStepSet());
+        EXPECT_EQ(0.0, q->GetStartFrequency());
+        EXPECT_EQ(0.0, q->GetStopFrequency());
+        EXPECT_EQ(500.0, q->GetFrequencyStep());
+    }
 }
 
 TEST(FFMSettingsDefaults, PScanSettingsWritesOnlyWhatIsSet)

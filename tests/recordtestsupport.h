@@ -190,23 +190,29 @@ inline bool hasTag(const QByteArray &body, quint32 tag)
     return tagsOf(body).contains(tag);
 }
 
-// Writes `record` as an XML document and as a binary representation and
-// reads both back: each copy equals the original and writes the same XML, and
-// the copy read from binary writes the same bytes again. Gives that copy.
 template <class Record>
-Record roundTrip(const Record &record)
+struct RoundTrip
 {
     Record fromXml;
-    EXPECT_TRUE(fromXml.SetXmlString(record.GetXmlString(), true));
-    EXPECT_TRUE(fromXml == record);
-    EXPECT_EQ(compactXml(record), compactXml(fromXml));
-    QByteArray rep = record.GetBinaryRepresentationAsQByteArray();
     Record fromBinary;
-    EXPECT_TRUE(fromBinary.SetBinaryRepresentation(rep));
-    EXPECT_TRUE(fromBinary == record);
-    EXPECT_EQ(compactXml(record), compactXml(fromBinary));
-    EXPECT_EQ(rep, fromBinary.GetBinaryRepresentationAsQByteArray());
-    return fromBinary;
+};
+
+// Writes `record` as an XML document and as a binary representation and
+// reads both back: each copy equals the original and writes the same XML, and
+// the copy read from binary writes the same bytes again.
+template <class Record>
+RoundTrip<Record> roundTrip(const Record &record)
+{
+    RoundTrip<Record> trip;
+    EXPECT_TRUE(trip.fromXml.SetXmlString(record.GetXmlString(), true));
+    EXPECT_TRUE(trip.fromXml == record);
+    EXPECT_EQ(compactXml(record), compactXml(trip.fromXml));
+    QByteArray rep = record.GetBinaryRepresentationAsQByteArray();
+    EXPECT_TRUE(trip.fromBinary.SetBinaryRepresentation(rep));
+    EXPECT_TRUE(trip.fromBinary == record);
+    EXPECT_EQ(compactXml(record), compactXml(trip.fromBinary));
+    EXPECT_EQ(rep, trip.fromBinary.GetBinaryRepresentationAsQByteArray());
+    return trip;
 }
 
 // Checks an enumeration: the name list, the GUI list, both lookups and the

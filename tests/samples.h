@@ -7,10 +7,28 @@
 
 #include <morvane.h>
 
+#include <QtCore/QDateTime>
+
 #include <initializer_list>
 #include <utility>
 
 namespace samples {
+
+// A time to the millisecond, in UTC.
+inline QDateTime utc(int y, int mo, int d, int h, int mi, int s, int ms)
+{
+    return QDateTime(QDate(y, mo, d), QTime(h, mi, s, ms), Qt::UTC);
+}
+
+// A value record (Frequency, Bandwidth, IFBandwidth, ...) with its value
+// alone.
+template <class Value>
+Value valueRecord(double value)
+{
+    Value v;
+    v.SetValue(value);
+    return v;
+}
 
 inline Morvane::Coordinate coordinate(double longitude, double latitude)
 {

@@ -14,17 +14,10 @@ using ORBELIN::OutOfRangeException;
 
 namespace {
 
-Bandwidth bandwidth(double value)
-{
-    Bandwidth b;
-    b.SetValue(value);
-    return b;
-}
-
 DF_Settings minimalDF()
 {
     DF_Settings s;
-    s.SetBandwidth(bandwidth(10000.0));
+    s.SetBandwidth(samples::valueRecord<Bandwidth>(10000.0));
     s.SetDFMode(DF_Settings::DFMode_Norm);
     s.SetAveraging(4.0);
     return s;
@@ -215,12 +208,12 @@ TEST(DFSettings, EnumerationNamesWithBlanksAndSlashesInXml)
 TEST(DFSettings, CheckNamesMandatoryMembers)
 {
     DF_Settings s;
-    s.SetBandwidth(bandwidth(1.0));
+    s.SetBandwidth(samples::valueRecord<Bandwidth>(1.0));
     s.SetAveraging(1.0);
     EXPECT_FALSE(s.HasData());
     EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException, "DF_Settings: Please set DFMode properly.");
     DF_Settings t;
-    t.SetBandwidth(bandwidth(1.0));
+    t.SetBandwidth(samples::valueRecord<Bandwidth>(1.0));
     t.SetDFMode(DF_Settings::DFMode_Gate);
     EXPECT_FALSE(t.HasData());
     EXPECT_THROW_MESSAGE(t.Check(), OutOfRangeException, "DF_Settings: Please set Averaging properly.");
@@ -269,7 +262,7 @@ TEST(DFSettings, BinaryMemberOrder)
 TEST(DFSettings, FullRoundTrip)
 {
     const DF_Settings s = fullDF();
-    DF_Settings fromBinary = roundTrip(s);
+    DF_Settings fromBinary = roundTrip(s).fromBinary;
     EXPECT_EQ(QString("1.0"), fromBinary.GetInitialVersionLoaded());
     fromBinary.GetDetail().SetElevationMax(86);
     EXPECT_FALSE(fromBinary == s);
@@ -414,7 +407,7 @@ TEST(ShapeDetector, RoundTripInEntryOrder)
         s.AppendGenericShape(QStringLiteral("g%1").arg(i));
         s.AppendShape(QStringLiteral("s%1").arg(4 - i));
     }
-    ShapeDetectorSettings fromBinary = roundTrip(s);
+    ShapeDetectorSettings fromBinary = roundTrip(s).fromBinary;
     fromBinary.GetShape()[0] = "changed";
     EXPECT_FALSE(fromBinary == s);
 }

@@ -15,30 +15,11 @@ using ORBELIN::OutOfRangeException;
 
 namespace {
 
-QDateTime utc(int y, int mo, int d, int h, int mi, int s, int ms)
-{
-    return QDateTime(QDate(y, mo, d), QTime(h, mi, s, ms), Qt::UTC);
-}
-
-Frequency frequency(double value)
-{
-    Frequency f;
-    f.SetValue(value);
-    return f;
-}
-
-IFBandwidth ifBandwidth(double value)
-{
-    IFBandwidth b;
-    b.SetValue(value);
-    return b;
-}
-
 FFM_Settings minimalFFM()
 {
     FFM_Settings s;
-    s.SetFrequency(frequency(100.0));
-    s.SetIFBandwidth(ifBandwidth(9.0));
+    s.SetFrequency(samples::valueRecord<Frequency>(100.0));
+    s.SetIFBandwidth(samples::valueRecord<IFBandwidth>(9.0));
     return s;
 }
 
@@ -63,7 +44,7 @@ FFM_SettingsDetail fullDetail()
     d.SetGainControlTime(FFM_SettingsDetail::GainControlTime_Fast);
     d.SetPreselection(FFM_SettingsDetail::Preselection_LOW_NOISE);
     d.SetLevelDetector(FFM_SettingsDetail::LevelDetector_PEAK);
-    d.SetMeasuremetTime(utc(2019, 12, 31, 23, 0, 1, 2));
+    d.SetMeasuremetTime(samples::utc(2019, 12, 31, 23, 0, 1, 2));
     d.SetInvertedFMState("");
     d.SetInverseFrequency(455.25);
     d.SetAntennaPolarisation(FFM_SettingsDetail::AntennaPolarisation_HORIZONTAL);
@@ -329,7 +310,7 @@ TEST(FFMSettingsCheck, VersionIs12)
 TEST(FFMSettingsCheck, MissingFrequencyFailsWriting)
 {
     FFM_Settings s;
-    s.SetIFBandwidth(ifBandwidth(9.0));
+    s.SetIFBandwidth(samples::valueRecord<IFBandwidth>(9.0));
     EXPECT_FALSE(s.HasData());
     QString text;
     QXmlStreamWriter writer(&text);
@@ -341,7 +322,7 @@ TEST(FFMSettingsCheck, MissingFrequencyFailsWriting)
 TEST(FFMSettingsCheck, MissingIFBandwidthFailsWriting)
 {
     FFM_Settings s;
-    s.SetFrequency(frequency(100.0));
+    s.SetFrequency(samples::valueRecord<Frequency>(100.0));
     EXPECT_FALSE(s.HasData());
     EXPECT_THROW_MESSAGE(s.GetXmlString(), IncompleteDefinitionException,
                          "Parameters for IFBandwidth are not set properly in 'FFM_Settings'.");
@@ -352,13 +333,13 @@ TEST(FFMSettingsCheck, MissingIFBandwidthFailsWriting)
 TEST(FFMSettingsCheck, CheckTestsMandatoryChildrenWithValidation)
 {
     FFM_Settings s;
-    s.SetFrequency(frequency(1.0));
+    s.SetFrequency(samples::valueRecord<Frequency>(1.0));
     EXPECT_THROW_MESSAGE(s.Check(), IncompleteDefinitionException,
                          "Parameters for IFBandwidth are not set properly in 'FFM_Settings'.");
     s.SetValidate(false);
     EXPECT_NO_THROW(s.Check());
     s.SetValidate(true);
-    s.SetIFBandwidth(ifBandwidth(2.0));
+    s.SetIFBandwidth(samples::valueRecord<IFBandwidth>(2.0));
     EXPECT_NO_THROW(s.Check());
     // A child that is there is checked itself.
     s.SetValidate(false);
@@ -458,7 +439,7 @@ TEST(FFMSettingsForms, RoundTripXmlAndBinary)
     s.GetPScanSettings().SetStartFrequency(1.0);
     s.GetPScanSettings().SetStopFrequency(2.0);
 
-    FFM_Settings fromBinary = roundTrip(s);
+    FFM_Settings fromBinary = roundTrip(s).fromBinary;
     EXPECT_EQ(QString("1.2"), fromBinary.GetInitialVersionLoaded());
     EXPECT_EQ(QString("1.2"), fromBinary.GetDetail().GetInitialVersionLoaded());
 
@@ -716,5 +697,5 @@ TEST(FFMSettingsDetail, MeasuremetTimeSpelling)
     ASSERT_TRUE(d.SetXmlString(
         detailDocument(" Version=\"1.2\"", "<MeasuremetTime>2019-12-31T23:00:01,002Z</MeasuremetTime>"), true));
     EXPECT_TRUE(d.IsMeasuremetTimeSet());
-    EXPECT_EQ(utc(2019, 12, 31, 23, 0, 1, 2), d.GetMeasuremetTime());
+    EXPECT_EQ(samples::utc(2019, 12, 31, 23, 0, 1, 2), d.GetMeasuremetTime());
 }

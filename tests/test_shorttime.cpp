@@ -11,13 +11,6 @@ using ORBELIN::OutOfRangeException;
 
 namespace {
 
-Frequency frequency(double value)
-{
-    Frequency f;
-    f.SetValue(value);
-    return f;
-}
-
 ShortTime_SettingsRange range(double start, double stop)
 {
     ShortTime_SettingsRange r;
@@ -59,7 +52,7 @@ ShortTime_Settings fullSettings()
     s.SetDetail(fullDetail());
     s.SetBreak(0.75);
     for (double v : {30100000.0, 45000000.0, 87950000.0, 30100000.0}) {
-        Frequency f = frequency(v);
+        Frequency f = samples::valueRecord<Frequency>(v);
         f.SetUse(v > 40000000.0);
         s.AppendFrequency(f);
     }
@@ -114,9 +107,9 @@ TEST(ShortTimeSettings, NoFrequencyEntriesNoFrequencyElement)
 TEST(ShortTimeSettings, SeveralFrequenciesInOrder)
 {
     ShortTime_Settings s;
-    s.AppendFrequency(frequency(3.0));
-    s.AppendFrequency(frequency(1.0));
-    s.AppendFrequency(frequency(2.0));
+    s.AppendFrequency(samples::valueRecord<Frequency>(3.0));
+    s.AppendFrequency(samples::valueRecord<Frequency>(1.0));
+    s.AppendFrequency(samples::valueRecord<Frequency>(2.0));
     EXPECT_EQ(QString("<ShortTime_Settings><Frequency>3.00</Frequency><Frequency>1.00</Frequency>"
                       "<Frequency>2.00</Frequency></ShortTime_Settings>"),
               compactXml(s));
@@ -214,7 +207,7 @@ TEST(ShortTimeSettings, MemberOrderInBothForms)
 TEST(ShortTimeSettings, FullRoundTrip)
 {
     const ShortTime_Settings s = fullSettings();
-    ShortTime_Settings fromBinary = roundTrip(s);
+    ShortTime_Settings fromBinary = roundTrip(s).fromBinary;
     fromBinary.GetFrequency()[3].SetUse(true);
     EXPECT_FALSE(fromBinary == s);
 }

@@ -570,16 +570,10 @@ TEST(StoreEntryForms, RoundTripOfBothBranches)
     st.SetShortTime_Settings(completeShortTime());
     st.SetAdditionalInfo("more");
     for (const FrequencyStoreEntry &e : {ffm, st}) {
-        FrequencyStoreEntry fromXml;
-        ASSERT_TRUE(fromXml.SetXmlString(e.GetXmlString(), true));
-        EXPECT_TRUE(fromXml == e);
-        EXPECT_EQ(e.GetChoiceFrequencyStoreEntry(), fromXml.GetChoiceFrequencyStoreEntry());
-        QByteArray rep = e.GetBinaryRepresentationAsQByteArray();
-        FrequencyStoreEntry fromBinary;
-        ASSERT_TRUE(fromBinary.SetBinaryRepresentation(rep));
-        EXPECT_TRUE(fromBinary == e);
-        EXPECT_EQ(e.GetChoiceFrequencyStoreEntry(), fromBinary.GetChoiceFrequencyStoreEntry());
-        EXPECT_EQ(QString("2.0"), fromBinary.GetInitialVersionLoaded());
+        const RoundTrip<FrequencyStoreEntry> trip = roundTrip(e);
+        EXPECT_EQ(e.GetChoiceFrequencyStoreEntry(), trip.fromXml.GetChoiceFrequencyStoreEntry());
+        EXPECT_EQ(e.GetChoiceFrequencyStoreEntry(), trip.fromBinary.GetChoiceFrequencyStoreEntry());
+        EXPECT_EQ(QString("2.0"), trip.fromBinary.GetInitialVersionLoaded());
     }
     EXPECT_FALSE(ffm == st);
 }

@@ -275,11 +275,8 @@ void Record::ResetToDefault()
                 setFromSlot(i, Slot::Default);
         } else if (m.kind == Kind::Record) {
             static_cast<Record *>(data->slot(i, Slot::Current))->ResetToDefault();
-        } else if (m.kind == Kind::RecordVector) {
-            void *vector = data->slot(i, Slot::Current);
-            for (int k = 0, n = m.vector->size(vector); k < n; ++k)
-                m.vector->atMutable(vector, k).ResetToDefault();
         }
+        // Repeated members are empty after Reset: nothing in them to reset.
     }
 }
 
@@ -374,6 +371,13 @@ QString Record::pleaseSet(int member) const
 {
     return GetObjectName()
         + QStringLiteral(": Please set %1 properly.").arg(descriptor().members[member].xmlName);
+}
+
+ORBELIN::IncompleteDefinitionException Record::incompleteChild(int member) const
+{
+    return ORBELIN::IncompleteDefinitionException(
+        QStringLiteral("Parameters for %1 are not set properly in '%2'.")
+            .arg(descriptor().members[member].stem, GetObjectName()));
 }
 
 bool Record::isValidNumber(int member, double value) const
@@ -740,8 +744,7 @@ void Record::checkMember(int member, bool b) const
         // output without a word instead of failing.
         const Record *child = static_cast<const Record *>(current);
         if (m.use == Use::Mandatory && GetValidate() && !child->HasData()) {
-            throw ORBELIN::IncompleteDefinitionException(
-                QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.stem, GetObjectName()));
+            throw incompleteChild(member);
         }
         if (present)
             child->Check(b);
@@ -976,8 +979,7 @@ void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
         const Record *child = static_cast<const Record *>(current);
         if (m.use == Use::Mandatory) {
             if (GetValidate() && !child->HasData()) {
-                throw ORBELIN::IncompleteDefinitionException(
-                    QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.stem, GetObjectName()));
+                throw incompleteChild(member);
             }
             child->GetXml(writer);
         } else if (present) {
@@ -989,8 +991,7 @@ void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
         for (int k = 0, n = m.vector->size(current); k < n; ++k) {
             const Record &item = m.vector->at(current, k);
             if (GetValidate() && !item.HasData()) {
-                throw ORBELIN::IncompleteDefinitionException(
-                    QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.stem, GetObjectName()));
+                throw incompleteChild(member);
             }
             if (present)
                 item.GetXml(writer);
@@ -1305,8 +1306,7 @@ void Record::readBinaryMember(QDataStream &stream, int member, int length)
     case Kind::Bool: {
         bool value = false;
         stream >> value;
-        *static_cast<bool *>(data()->slot(member, Slot::Current)) = value;
-        markSet(member);
+        setBool(member, value);
         return;
     }
     case Kind::Int:

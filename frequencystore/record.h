@@ -153,6 +153,7 @@ private:
     void readAttributes(const QXmlStreamAttributes &attributes);
     QString textOf(int member, detail::Slot which = detail::Slot::Current) const;
     QString pleaseSet(int member) const;
+    ORBELIN::IncompleteDefinitionException incompleteChild(int member) const;
     void checkChoice(bool b) const;
     void checkMember(int member, bool b) const;
     void writeXmlMember(QXmlStreamWriter &writer, int member) const;
@@ -177,7 +178,6 @@ const VectorOps *vectorOps()
     static const VectorOps ops = {
         [](const void *v) { return int(static_cast<const QVector<T> *>(v)->size()); },
         [](const void *v, int i) -> const Record & { return static_cast<const QVector<T> *>(v)->at(i); },
-        [](void *v, int i) -> Record & { return (*static_cast<QVector<T> *>(v))[i]; },
         [](void *v, const Record &item) { static_cast<QVector<T> *>(v)->append(static_cast<const T &>(item)); },
         [](void *v) { static_cast<QVector<T> *>(v)->clear(); },
         [](void *v, int n) { static_cast<QVector<T> *>(v)->reserve(n); },

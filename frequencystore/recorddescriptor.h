@@ -70,7 +70,6 @@ struct VectorOps
 {
     int (*size)(const void *vector);
     const Record &(*at)(const void *vector, int index);
-    Record &(*atMutable)(void *vector, int index);
     void (*append)(void *vector, const Record &item);
     void (*clear)(void *vector);
     void (*reserve)(void *vector, int count);

@@ -215,14 +215,20 @@ QString IOrbelinObject::GetTextValue(QXmlStreamReader &reader)
     return reader.readElementText(QXmlStreamReader::IncludeChildElements);
 }
 
+// A whole document: the declaration, then the object's element, indented.
+static void writeDocument(const IOrbelinObject &object, QXmlStreamWriter &writer)
+{
+    writer.setAutoFormatting(true);
+    writer.writeStartDocument();
+    object.GetXml(writer);
+    writer.writeEndDocument();
+}
+
 QString IOrbelinObject::GetXmlString() const
 {
     QString text;
     QXmlStreamWriter writer(&text);
-    writer.setAutoFormatting(true);
-    writer.writeStartDocument();
-    GetXml(writer);
-    writer.writeEndDocument();
+    writeDocument(*this, writer);
     return text;
 }
 
@@ -287,10 +293,7 @@ bool IOrbelinObject::SaveXml(const QString &fileName) const
     QByteArray data;
     {
         QXmlStreamWriter writer(&data);
-        writer.setAutoFormatting(true);
-        writer.writeStartDocument();
-        GetXml(writer);
-        writer.writeEndDocument();
+        writeDocument(*this, writer);
     }
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))

@@ -3,13 +3,92 @@
 #include <QtCore/QDate>
 #include <QtCore/QTime>
 
+#include <charconv>
+
 namespace ORBELIN {
 
 namespace {
 const QString s_dateTimeFormat = QStringLiteral("yyyy-MM-ddThh:mm:ss,zzzZ");
 const QString s_timeFormat = QStringLiteral("hh:mm:ss,zzz");
 const QString s_dateFormat = QStringLiteral("yyyy-MM-dd");
+unsigned code(QChar c)
+{
+    return c.unicode();
+}
+
+unsigned code(char c)
+{
+    return uchar(c);
+}
+
+// A plain decimal: blanks, an optional minus, 1 to 30 digits with an optional
+// point that has digits on both sides, blanks. False for anything else.
+template <class C>
+bool plainDecimal(const C *text, qsizetype size, double &value)
+{
+    qsizetype begin = 0;
+    qsizetype end = size;
+    while (begin < end && code(text[begin]) == ' ')
+        ++begin;
+    while (end > begin && code(text[end - 1]) == ' ')
+        --end;
+    char buffer[40];
+    int length = 0;
+    if (begin < end && code(text[begin]) == '-') {
+        buffer[length++] = '-';
+        ++begin;
+    }
+    int digits = 0;
+    int before = 0;
+    int after = -1;
+    for (qsizetype i = begin; i < end; ++i) {
+        const unsigned c = code(text[i]);
+        if (c >= '0' && c <= '9') {
+            if (++digits > 30)
+                return false;
+            after >= 0 ? ++after : ++before;
+        } else if (c == '.' && after < 0) {
+            after = 0;
+        } else {
+            return false;
+        }
+        buffer[length++] = char(c);
+    }
+    if (before == 0 || after == 0)
+        return false;
+    return std::from_chars(buffer, buffer + length, value).ec == std::errc();
+}
+
+// Two to four digits at `at`, or -1.
+int number(const QString &text, int at, int count)
+{
+    int value = 0;
+    for (int i = at; i < at + count; ++i) {
+        const unsigned c = text.at(i).unicode();
+        if (c < '0' || c > '9')
+            return -1;
+        value = value * 10 + int(c - '0');
+    }
+    return value;
+}
+
 } // namespace
+
+double Converters::ToDouble(const QString &text)
+{
+    double value = 0.0;
+    if (plainDecimal(text.constData(), text.size(), value))
+        return value;
+    return text.toDouble();
+}
+
+double Converters::ToDouble(const QByteArray &utf8)
+{
+    double value = 0.0;
+    if (plainDecimal(utf8.constData(), utf8.size(), value))
+        return value;
+    return QString::fromUtf8(utf8).toDouble();
+}
 
 const QString &Converters::DateTimeFormat()
 {
@@ -39,6 +118,24 @@ QDateTime Converters::ToDateTime(const QString &text)
     // valid text invalid.
     if (text.size() != 24 || text.at(10) != QLatin1Char('T') || text.at(23) != QLatin1Char('Z'))
         return QDateTime();
+    // The usual text, all digits where digits belong, is read digit by digit;
+    // what that does not make a valid date and time goes through Qt's parser.
+    if (text.at(4) == QLatin1Char('-') && text.at(7) == QLatin1Char('-') && text.at(13) == QLatin1Char(':')
+        && text.at(16) == QLatin1Char(':') && text.at(19) == QLatin1Char(',')) {
+        const int year = number(text, 0, 4);
+        const int month = number(text, 5, 2);
+        const int day = number(text, 8, 2);
+        const int hour = number(text, 11, 2);
+        const int minute = number(text, 14, 2);
+        const int second = number(text, 17, 2);
+        const int millisecond = number(text, 20, 3);
+        if (year > 0 && month >= 0 && day >= 0 && hour >= 0 && minute >= 0 && second >= 0 && millisecond >= 0) {
+            const QDate date(year, month, day);
+            const QTime time(hour, minute, second, millisecond);
+            if (date.isValid() && time.isValid())
+                return QDateTime(date, time, Qt::UTC);
+        }
+    }
     const QDate date = QDate::fromString(text.left(10), s_dateFormat);
     const QTime time = QTime::fromString(text.mid(11, 12), s_timeFormat);
     if (!date.isValid() || !time.isValid())

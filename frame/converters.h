@@ -20,6 +20,14 @@ public:
 
     static const QString &DateTimeFormat(); // "yyyy-MM-ddThh:mm:ss,zzzZ"
     static const QString &TimeFormat();     // "hh:mm:ss,zzz"
+
+    // A number as text: exactly QString::toDouble (0 for what is no number),
+    // the second form on the UTF-8 bytes of the text. A plain decimal (blanks,
+    // an optional minus, digits, an optional point and digits) takes a short
+    // way through std::from_chars, which rounds as Qt does; every other text
+    // goes through Qt.
+    static double ToDouble(const QString &text);
+    static double ToDouble(const QByteArray &utf8);
 };
 
 } // namespace ORBELIN

@@ -42,8 +42,17 @@ private:
 IOrbelinObject::IOrbelinObject(ObjectTypes type) : m_objectType(type) {}
 
 IOrbelinObject::IOrbelinObject(const IOrbelinObject &other)
-    : m_id(other.m_id), m_objectName(other.m_objectName), m_objectType(other.m_objectType),
-      m_validate(other.m_validate)
+    : m_id(other.m_id), m_objectName(other.m_ownsName ? new QString(*other.m_objectName) : other.m_objectName),
+      m_objectType(other.m_objectType), m_ownsName(other.m_ownsName), m_validate(other.m_validate)
+{
+}
+
+// The source keeps its name, so an owned one is copied (records' names are
+// not owned: they cost nothing here).
+IOrbelinObject::IOrbelinObject(IOrbelinObject &&other) noexcept
+    : m_id(other.m_id), m_objectName(other.m_ownsName ? new QString(*other.m_objectName) : other.m_objectName),
+      m_objectType(other.m_objectType), m_ownsName(other.m_ownsName), m_validate(other.m_validate),
+      m_logger(std::move(other.m_logger))
 {
 }
 
@@ -54,7 +63,18 @@ IOrbelinObject &IOrbelinObject::operator=(const IOrbelinObject &)
     return *this;
 }
 
-IOrbelinObject::~IOrbelinObject() = default;
+IOrbelinObject::~IOrbelinObject()
+{
+    dropName();
+}
+
+void IOrbelinObject::dropName()
+{
+    if (m_ownsName)
+        delete m_objectName;
+    m_objectName = nullptr;
+    m_ownsName = false;
+}
 
 void IOrbelinObject::Check() const
 {
@@ -168,11 +188,21 @@ ObjectTypes IOrbelinObject::GetObjectType() const
 
 const QString &IOrbelinObject::GetObjectName() const
 {
-    return m_objectName;
+    static const QString none;
+    return m_objectName ? *m_objectName : none;
 }
 
 void IOrbelinObject::SetObjectName(const QString &name)
 {
+    const QString *copy = new QString(name);
+    dropName();
+    m_objectName = copy;
+    m_ownsName = true;
+}
+
+void IOrbelinObject::SetStaticObjectName(const QString *name)
+{
+    dropName();
     m_objectName = name;
 }
 
@@ -187,7 +217,9 @@ void IOrbelinObject::SetObjectType(ObjectTypes)
 // counts such open elements so that their end tags are not taken for its own.
 void IOrbelinObject::ProcessXml(QXmlStreamReader &reader)
 {
-    const QString ownName = Morvane::Compat::elementName(reader);
+    // The object's own name needs no new string.
+    const QString ownName = Morvane::Compat::nameIs(reader, GetObjectName()) ? GetObjectName()
+                                                                             : Morvane::Compat::elementName(reader);
     int open = 0;
     while (!reader.atEnd()) {
         reader.readNext();
@@ -199,7 +231,7 @@ void IOrbelinObject::ProcessXml(QXmlStreamReader &reader)
         } else if (reader.isEndElement()) {
             if (open > 0)
                 --open;
-            else if (Morvane::Compat::elementName(reader) == ownName)
+            else if (Morvane::Compat::nameIs(reader, ownName))
                 return;
         }
     }

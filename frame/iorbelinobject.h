@@ -114,9 +114,15 @@ public:
 
 protected:
     IOrbelinObject(const IOrbelinObject &other);
+    // The object moves whole: name, type, id, flag and logger. The source
+    // keeps its name, type and id.
+    IOrbelinObject(IOrbelinObject &&other) noexcept;
     IOrbelinObject &operator=(const IOrbelinObject &other);
 
     virtual void SetObjectName(const QString &name);
+    // For a name that outlives the object (a record's class name): the object
+    // keeps a pointer to it, not a copy.
+    void SetStaticObjectName(const QString *name);
     // Called by the element loop of ProcessXml with the reader on a child's
     // start element. The base skips the child.
     virtual void ProcessXmlStartElement(QXmlStreamReader &reader);
@@ -131,8 +137,13 @@ protected:
     qint64 m_id = 0;
 
 private:
-    QString m_objectName;
+    void dropName();
+
+    // A record tree holds a great many objects, so the name is one pointer:
+    // to a name that outlives the object, or to a copy the object owns.
+    const QString *m_objectName = nullptr;
     ObjectTypes m_objectType;
+    bool m_ownsName = false;
     mutable bool m_validate = true;
     mutable std::shared_ptr<Logger> m_logger;
 };

@@ -22,6 +22,12 @@ inline QString elementName(const QXmlStreamReader &reader)
     return reader.name().toString();
 }
 
+// Compares the current token's name without making a QString of it.
+inline bool nameIs(const QXmlStreamReader &reader, const QString &name)
+{
+    return reader.name() == name;
+}
+
 // Text streams read and write UTF-8 on both majors.
 inline void setUtf8(QTextStream &stream)
 {

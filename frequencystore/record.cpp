@@ -1,105 +1,38 @@
-#include "frequencystore/record.h"
+#include "frequencystore/record_p.h"
 
 #include "frame/converters.h"
 #include "frame/exceptions.h"
-#include "frame/qtcompat.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDataStream>
-#include <QtCore/QIODevice>
-#include <QtCore/QXmlStreamReader>
-#include <QtCore/QXmlStreamWriter>
 
 namespace Morvane {
 
-using detail::Kind;
-using detail::MemberInfo;
-using detail::RecordData;
-using detail::Slot;
-using detail::Use;
-using detail::Xml;
+using namespace runtime;
 
 namespace {
-
-// The tag under which a versioned record writes its version, first in its
-// binary body.
-constexpr quint32 VersionTag = 0xe25fbba8u;
-
-const QString &versionAttribute()
-{
-    static const QString name = QStringLiteral("Version");
-    return name;
-}
-
-bool isPlain(Kind kind)
-{
-    switch (kind) {
-    case Kind::Record:
-    case Kind::RecordVector:
-    case Kind::StringVector:
-    case Kind::DoubleVector:
-    case Kind::Reserved:
-        return false;
-    default:
-        return true;
-    }
-}
-
-bool isVector(Kind kind)
-{
-    return kind == Kind::RecordVector || kind == Kind::StringVector || kind == Kind::DoubleVector;
-}
-
-// Writes a length patched afterwards, then what `body` writes: the length
-// counts the body's bytes. The stream's device must be seekable.
-template <class F>
-void writeWithLength(QDataStream &stream, F body)
-{
-    QIODevice *device = stream.device();
-    stream << qint32(0);
-    const qint64 start = device->pos();
-    body();
-    const qint64 end = device->pos();
-    device->seek(start - 4);
-    stream << qint32(end - start);
-    device->seek(end);
-}
-
-// A member frame: tag, length, value.
-template <class F>
-void writeFrame(QDataStream &stream, quint32 tag, F body)
-{
-    stream << qint32(tag);
-    writeWithLength(stream, body);
-}
-
-QByteArray utf8(const QString &text)
-{
-    return text.isNull() ? QByteArray() : text.toUtf8();
-}
-
-QString doubleText(double value, const MemberInfo &m)
-{
-    return QStringLiteral("%1").arg(value, m.width, 'f', m.precision, QLatin1Char(' '));
-}
-
-// A text read from XML or binary as a QString member: an empty text is an
-// empty string, never the null one.
-QString stringValue(const QString &text)
-{
-    return text.isEmpty() ? QString(QLatin1String("")) : text;
-}
-
+// Calls under way whose push covers the records they reach; per thread, as a
+// record tree belongs to one thread at a time.
+thread_local int t_pushScopes = 0;
 } // namespace
+
+PushScope::PushScope(const Record &record, bool again)
+{
+    if (t_pushScopes == 0 || again)
+        record.pushDown();
+    ++t_pushScopes;
+}
+
+PushScope::~PushScope()
+{
+    --t_pushScopes;
+}
 
 // --- block -------------------------------------------------------------------
 
 namespace detail {
 
-RecordData::RecordData(int memberCount) : ref(0), present(memberCount), defaults(memberCount) {}
-
 RecordData::RecordData(const RecordData &other)
-    : ref(0), version(other.version), initialVersionLoaded(other.initialVersionLoaded),
+    : ref(0), initialVersionLoaded(other.initialVersionLoaded),
       invalidChoice(other.invalidChoice), currentChoice(other.currentChoice),
       present(other.present), defaults(other.defaults)
 {
@@ -144,14 +77,14 @@ void DataPtr::detach()
 
 Record::Record(const detail::RecordDescriptor &descriptor)
 {
-    SetObjectName(descriptor.objectName);
+    SetStaticObjectName(&descriptor.objectName);
     m_id = descriptor.id;
 }
 
 Record::Record(const detail::RecordDescriptor &descriptor, const Record &other)
     : IOrbelinObject(other.GetObjectType()), d(other.d)
 {
-    SetObjectName(descriptor.objectName);
+    SetStaticObjectName(&descriptor.objectName);
     m_id = descriptor.id;
     // The record's own SetValidate, on the descriptor given: this object's
     // virtual descriptor() is not there yet while it is being built.
@@ -161,6 +94,8 @@ Record::Record(const detail::RecordDescriptor &descriptor, const Record &other)
     d.detach();
 }
 
+Record::Record(Record &&other) noexcept : IOrbelinObject(std::move(other)), d(std::move(other.d)) {}
+
 Record::~Record() = default;
 
 void Record::assign(const Record &other)
@@ -168,6 +103,12 @@ void Record::assign(const Record &other)
     if (this == &other || d.get() == other.d.get())
         return;
     d = other.d;
+}
+
+void Record::assign(Record &&other) noexcept
+{
+    if (this != &other)
+        d = std::move(other.d);
 }
 
 detail::RecordData *Record::block() const
@@ -183,10 +124,8 @@ void Record::initData() const
         return;
     const detail::RecordDescriptor &desc = descriptor();
     d = detail::DataPtr(desc.create());
-    d.get()->version = desc.version;
     constNoClearReset();
-    SetValidate(GetValidate());
-    SetLogger(GetLogger());
+    pushDown();
 }
 
 RecordData *Record::data() const
@@ -258,7 +197,7 @@ void Record::Reset()
     RecordData *data = block();
     if (!data)
         return;
-    data->present.fill(false);
+    data->present.clear();
     constNoClearReset();
 }
 
@@ -305,11 +244,33 @@ void Record::forEachChild(const detail::RecordDescriptor &desc, F f) const
         if (m.kind == Kind::Record) {
             f(*static_cast<const Record *>(data->slot(i, Slot::Current)));
         } else if (m.kind == Kind::RecordVector) {
-            const void *vector = data->slot(i, Slot::Current);
+            void *vector = data->slot(i, Slot::Current);
+            // A vector copied with its block still shares its items with the
+            // other block's vector: what is handed to the items must not
+            // reach that one.
+            m.vector->detach(vector);
             for (int k = 0, n = m.vector->size(vector); k < n; ++k)
                 f(m.vector->at(vector, k));
         }
     }
+}
+
+void Record::pushDown() const
+{
+    const bool validate = GetValidate();
+    const std::shared_ptr<ORBELIN::Logger> logger = GetLogger();
+    struct Walk
+    {
+        bool validate;
+        const std::shared_ptr<ORBELIN::Logger> &logger;
+        void operator()(const Record &child) const
+        {
+            child.IOrbelinObject::SetValidate(validate);
+            child.IOrbelinObject::SetLogger(logger);
+            child.forEachChild(child.descriptor(), *this);
+        }
+    };
+    forEachChild(descriptor(), Walk{validate, logger});
 }
 
 void Record::SetValidate(bool validate) const
@@ -328,7 +289,8 @@ const QString &Record::GetVersion() const
 {
     if (!descriptor().isVersioned())
         return IOrbelinObject::GetVersion();
-    return data()->version;
+    data(); // as every accessor of the block, it makes one
+    return descriptor().version;
 }
 
 const QString &Record::initialVersionLoaded() const
@@ -495,16 +457,31 @@ void Record::setFromSlot(int member, Slot which)
     }
 }
 
+ORBELIN::IncompleteDefinitionException Record::incompleteItem(const MemberInfo &m) const
+{
+    return ORBELIN::IncompleteDefinitionException(
+        GetObjectName() + QStringLiteral(": Tried to append not completely defined or invalid item %1.").arg(m.itemType));
+}
+
 void Record::appendRecord(int member, const Record &item)
 {
     RecordData *data = this->data();
     const MemberInfo &m = descriptor().members[member];
-    if (GetValidate() && !item.HasData()) {
-        throw ORBELIN::IncompleteDefinitionException(
-            GetObjectName()
-            + QStringLiteral(": Tried to append not completely defined or invalid item %1.").arg(m.itemType));
-    }
+    if (GetValidate() && !item.HasData())
+        throw incompleteItem(m);
     m.vector->append(data->slot(member, Slot::Current), item);
+    data->present.setBit(member);
+}
+
+// Appends an item that was just read, as appendRecord does, but moves it: the
+// item keeps the flag and logger it was read with and its block is not cloned.
+void Record::appendRead(int member, Record &item)
+{
+    RecordData *data = this->data();
+    const MemberInfo &m = descriptor().members[member];
+    if (GetValidate() && !item.HasData())
+        throw incompleteItem(m);
+    m.vector->appendMove(data->slot(member, Slot::Current), item);
     data->present.setBit(member);
 }
 
@@ -622,232 +599,6 @@ QStringList Record::translated(const char *context, const char *const *names, in
     return list;
 }
 
-// --- completeness, Check and equality ---------------------------------------------
-
-bool Record::filled(int member, bool forHasData) const
-{
-    RecordData *data = d.get();
-    const MemberInfo &m = descriptor().members[member];
-    void *current = data->slot(member, Slot::Current);
-    switch (m.kind) {
-    case Kind::String:
-        return !static_cast<QString *>(current)->isNull();
-    case Kind::Record: {
-        const Record *child = static_cast<Record *>(current);
-        return forHasData ? child->HasData() : child->AnyData();
-    }
-    case Kind::RecordVector:
-        return m.vector->size(current) > 0;
-    case Kind::StringVector:
-        return !static_cast<QVector<QString> *>(current)->isEmpty();
-    case Kind::DoubleVector:
-        return !static_cast<QVector<double> *>(current)->isEmpty();
-    default:
-        return data->present.testBit(member);
-    }
-}
-
-bool Record::HasData() const
-{
-    const detail::RecordDescriptor &desc = descriptor();
-    if (desc.flags & detail::HasDataAlways)
-        return true;
-    RecordData *data = block();
-    if (!data)
-        return false;
-    if (desc.choiceNames) {
-        if (data->currentChoice == data->invalidChoice)
-            return false;
-        const int branch = branchMember(data->currentChoice);
-        if (branch < 0 || !filled(branch, true))
-            return false;
-    }
-    for (int i = 0; i < desc.memberCount; ++i) {
-        if (desc.members[i].use == Use::Mandatory && !filled(i, true))
-            return false;
-    }
-    return true;
-}
-
-bool Record::AnyData() const
-{
-    if (!block())
-        return false;
-    const detail::RecordDescriptor &desc = descriptor();
-    for (int i = 0; i < desc.memberCount; ++i) {
-        if (filled(i, false))
-            return true;
-    }
-    return false;
-}
-
-void Record::Check() const
-{
-    Check(false);
-}
-
-void Record::Check(bool b) const
-{
-    SetValidate(GetValidate());
-    SetLogger(GetLogger());
-    initData();
-    const detail::RecordDescriptor &desc = descriptor();
-    if (desc.checkOrder) {
-        for (int k = 0; k < desc.checkCount; ++k) {
-            if (desc.checkOrder[k] < 0)
-                checkChoice(b);
-            else
-                checkMember(desc.checkOrder[k], b);
-        }
-        return;
-    }
-    if (desc.choiceNames)
-        checkChoice(b);
-    for (int i = 0; i < desc.memberCount; ++i) {
-        if (desc.members[i].use != Use::Choice)
-            checkMember(i, b);
-    }
-}
-
-void Record::checkChoice(bool b) const
-{
-    RecordData *data = d.get();
-    const int member = branchMember(data->currentChoice);
-    if (member < 0)
-        return;
-    const MemberInfo &m = descriptor().members[member];
-    const bool present = data->present.testBit(member);
-    if (GetValidate() && (!present || !filled(member, true))) {
-        const QString text = !m.choiceMessage.isEmpty()
-            ? m.choiceMessage
-            : QStringLiteral(":Check failed. The mandatory member %1 is not set or mandatory data of the member is not set.")
-                  .arg(m.fieldName);
-        throw ORBELIN::IncompleteDefinitionException(GetObjectName() + text);
-    }
-    if (present && m.kind == Kind::Record)
-        static_cast<const Record *>(data->slot(member, Slot::Current))->Check(b);
-}
-
-void Record::checkMember(int member, bool b) const
-{
-    RecordData *data = d.get();
-    const MemberInfo &m = descriptor().members[member];
-    const bool present = data->present.testBit(member);
-    void *current = data->slot(member, Slot::Current);
-    switch (m.kind) {
-    case Kind::Reserved:
-        return;
-    case Kind::Record: {
-        // With validation on, a mandatory child must be complete, as the
-        // branch of a choice must: the record's HasData asks for it, so
-        // without this test a record missing it would be dropped from the
-        // output without a word instead of failing.
-        const Record *child = static_cast<const Record *>(current);
-        if (m.use == Use::Mandatory && GetValidate() && !child->HasData()) {
-            throw incompleteChild(member);
-        }
-        if (present)
-            child->Check(b);
-        return;
-    }
-    case Kind::RecordVector:
-        if (m.use == Use::Mandatory && !present)
-            throw ORBELIN::OutOfRangeException(pleaseSet(member));
-        if (present) {
-            for (int k = 0, n = m.vector->size(current); k < n; ++k)
-                m.vector->at(current, k).Check(b);
-        }
-        return;
-    case Kind::StringVector:
-        if (m.use == Use::Mandatory && !present)
-            throw ORBELIN::OutOfRangeException(pleaseSet(member));
-        for (const QString &item : *static_cast<QVector<QString> *>(current)) {
-            if (item.isNull())
-                throw ORBELIN::OutOfRangeException(pleaseSet(member));
-        }
-        return;
-    case Kind::DoubleVector:
-        if (m.use == Use::Mandatory && !present)
-            throw ORBELIN::OutOfRangeException(pleaseSet(member));
-        return;
-    default:
-        break;
-    }
-    const bool valid = isValidSlot(member, Slot::Current);
-    if (m.use == Use::Mandatory ? (!present || !valid) : (present && !valid))
-        throw ORBELIN::OutOfRangeException(pleaseSet(member));
-}
-
-bool Record::equals(const Record &other) const
-{
-    RecordData *a = block();
-    RecordData *b = other.block();
-    if (!a && !b)
-        return true;
-    const detail::RecordDescriptor &desc = descriptor();
-    if (desc.isVersioned() && GetVersion() != other.GetVersion())
-        return false;
-    a = block();
-    b = other.block();
-    // Plain and nested members first, repeated ones after them.
-    for (int i = 0; i < desc.memberCount; ++i) {
-        const MemberInfo &m = desc.members[i];
-        if (isVector(m.kind))
-            continue;
-        const bool setA = a && a->present.testBit(i);
-        const bool setB = b && b->present.testBit(i);
-        if (!setA && !setB)
-            continue;
-        if (setA != setB)
-            return false;
-        const void *x = a->slot(i, Slot::Current);
-        const void *y = b->slot(i, Slot::Current);
-        bool same = true;
-        switch (m.kind) {
-        case Kind::Double: same = *static_cast<const double *>(x) == *static_cast<const double *>(y); break;
-        case Kind::Int:
-        case Kind::Enum: same = *static_cast<const int *>(x) == *static_cast<const int *>(y); break;
-        case Kind::UInt: same = *static_cast<const unsigned *>(x) == *static_cast<const unsigned *>(y); break;
-        case Kind::Bool: same = *static_cast<const bool *>(x) == *static_cast<const bool *>(y); break;
-        case Kind::String: same = *static_cast<const QString *>(x) == *static_cast<const QString *>(y); break;
-        case Kind::DateTime: same = *static_cast<const QDateTime *>(x) == *static_cast<const QDateTime *>(y); break;
-        case Kind::Record:
-            same = static_cast<const Record *>(x)->equals(*static_cast<const Record *>(y));
-            break;
-        default: break;
-        }
-        if (!same)
-            return false;
-    }
-    for (int i = 0; i < desc.memberCount; ++i) {
-        const MemberInfo &m = desc.members[i];
-        if (!isVector(m.kind))
-            continue;
-        const void *x = a ? a->slot(i, Slot::Current) : nullptr;
-        const void *y = b ? b->slot(i, Slot::Current) : nullptr;
-        if (m.kind == Kind::RecordVector) {
-            const int n = x ? m.vector->size(x) : 0;
-            if (n != (y ? m.vector->size(y) : 0))
-                return false;
-            for (int k = 0; k < n; ++k) {
-                if (!m.vector->at(x, k).equals(m.vector->at(y, k)))
-                    return false;
-            }
-        } else if (m.kind == Kind::StringVector) {
-            static const QVector<QString> none;
-            if ((x ? *static_cast<const QVector<QString> *>(x) : none)
-                != (y ? *static_cast<const QVector<QString> *>(y) : none))
-                return false;
-        } else {
-            static const QVector<double> none;
-            if ((x ? *static_cast<const QVector<double> *>(x) : none)
-                != (y ? *static_cast<const QVector<double> *>(y) : none))
-                return false;
-        }
-    }
-    return true;
-}
-
 // --- text forms ------------------------------------------------------------------------
 
 QString Record::textOf(int member, Slot which) const
@@ -878,7 +629,7 @@ void Record::setFromText(int member, const QString &text)
 {
     const MemberInfo &m = descriptor().members[member];
     switch (m.kind) {
-    case Kind::Double: setDouble(member, text.toDouble()); break;
+    case Kind::Double: setDouble(member, ORBELIN::Converters::ToDouble(text)); break;
     case Kind::Int: setInt(member, text.toInt()); break;
     case Kind::UInt: setUInt(member, unsigned(text.toInt())); break;
     case Kind::String: setString(member, stringValue(text)); break;
@@ -899,7 +650,7 @@ void Record::setFromText(int member, const QString &text)
         break;
     }
     case Kind::StringVector: appendString(member, stringValue(text)); break;
-    case Kind::DoubleVector: appendDouble(member, text.toDouble()); break;
+    case Kind::DoubleVector: appendDouble(member, ORBELIN::Converters::ToDouble(text)); break;
     default: break;
     }
 }
@@ -918,416 +669,6 @@ void Record::storeAttribute(int member, const QString &text)
         throw;
     }
     IOrbelinObject::SetValidate(validate);
-}
-
-// --- XML -----------------------------------------------------------------------------------
-
-// Attributes first, then the character data, then elements and children, each
-// group in table order. The binary form follows the same order.
-template <class F>
-void Record::forEachInWriteOrder(F f) const
-{
-    const detail::RecordDescriptor &desc = descriptor();
-    for (Xml group : {Xml::Attribute, Xml::Text}) {
-        for (int i = 0; i < desc.memberCount; ++i) {
-            if (desc.members[i].xml == group)
-                f(i);
-        }
-    }
-    for (int i = 0; i < desc.memberCount; ++i) {
-        if (desc.members[i].xml != Xml::Attribute && desc.members[i].xml != Xml::Text)
-            f(i);
-    }
-}
-
-void Record::GetXml(QXmlStreamWriter &writer) const
-{
-    SetValidate(GetValidate());
-    SetLogger(GetLogger());
-    if (GetValidate()) {
-        Check();
-        if (!HasData())
-            return;
-    }
-    RecordData *data = this->data();
-    writer.writeStartElement(GetObjectName());
-    if (descriptor().isVersioned())
-        writer.writeAttribute(versionAttribute(), data->version);
-    forEachInWriteOrder([&](int i) { writeXmlMember(writer, i); });
-    writer.writeEndElement();
-}
-
-void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
-{
-    RecordData *data = d.get();
-    const MemberInfo &m = descriptor().members[member];
-    const bool present = data->present.testBit(member);
-    void *current = data->slot(member, Slot::Current);
-    if (m.use == Use::Choice) {
-        if (m.choiceValue != data->currentChoice)
-            return;
-        if (m.kind == Kind::Record) {
-            if (present)
-                static_cast<const Record *>(current)->GetXml(writer);
-        } else {
-            writer.writeTextElement(m.xmlName, textOf(member));
-        }
-        return;
-    }
-    switch (m.kind) {
-    case Kind::Record: {
-        const Record *child = static_cast<const Record *>(current);
-        if (m.use == Use::Mandatory) {
-            if (GetValidate() && !child->HasData()) {
-                throw incompleteChild(member);
-            }
-            child->GetXml(writer);
-        } else if (present) {
-            child->GetXml(writer);
-        }
-        return;
-    }
-    case Kind::RecordVector:
-        for (int k = 0, n = m.vector->size(current); k < n; ++k) {
-            const Record &item = m.vector->at(current, k);
-            if (GetValidate() && !item.HasData()) {
-                throw incompleteChild(member);
-            }
-            if (present)
-                item.GetXml(writer);
-        }
-        return;
-    case Kind::StringVector:
-        if (present) {
-            for (const QString &item : *static_cast<const QVector<QString> *>(current))
-                writer.writeTextElement(m.xmlName, item);
-        }
-        return;
-    case Kind::DoubleVector:
-        if (present) {
-            for (double item : *static_cast<const QVector<double> *>(current))
-                writer.writeTextElement(m.xmlName, doubleText(item, m));
-        }
-        return;
-    default:
-        break;
-    }
-    if (m.use != Use::Mandatory && !present)
-        return;
-    switch (m.xml) {
-    case Xml::Attribute: writer.writeAttribute(m.xmlName, textOf(member)); break;
-    case Xml::Text: writer.writeCharacters(textOf(member)); break;
-    default: writer.writeTextElement(m.xmlName, textOf(member)); break;
-    }
-}
-
-void Record::readAttributes(const QXmlStreamAttributes &attributes)
-{
-    const detail::RecordDescriptor &desc = descriptor();
-    for (int i = 0; i < desc.memberCount; ++i) {
-        const MemberInfo &m = desc.members[i];
-        if (m.xml == Xml::Attribute && attributes.hasAttribute(m.xmlName))
-            storeAttribute(i, attributes.value(m.xmlName).toString());
-    }
-}
-
-void Record::ProcessXml(QXmlStreamReader &reader)
-{
-    const detail::RecordDescriptor &desc = descriptor();
-    if (desc.flags & detail::TextValue) {
-        ReadValuesFromXml(reader);
-        return;
-    }
-    RecordData *data = this->data();
-    const QXmlStreamAttributes attributes = reader.attributes();
-    if (desc.isVersioned()) {
-        data->initialVersionLoaded = stringValue(attributes.value(versionAttribute()).toString());
-        // A document older than the schema starts from the defaults.
-        if (data->version.toFloat() > data->initialVersionLoaded.toFloat())
-            ResetToDefault();
-    }
-    readAttributes(attributes);
-    IOrbelinObject::ProcessXml(reader);
-}
-
-void Record::ReadValuesFromXml(QXmlStreamReader &reader)
-{
-    const QString name = Compat::elementName(reader);
-    data();
-    readAttributes(reader.attributes());
-    const detail::RecordDescriptor &desc = descriptor();
-    const QString text = GetTextValue(reader);
-    for (int i = 0; i < desc.memberCount; ++i) {
-        if (desc.members[i].xml == Xml::Text)
-            storeAttribute(i, text);
-    }
-    while (!reader.atEnd() && Compat::elementName(reader) != name)
-        reader.readNext();
-}
-
-void Record::ProcessXmlStartElement(QXmlStreamReader &reader)
-{
-    SetValidate(GetValidate());
-    SetLogger(GetLogger());
-    const QString name = Compat::elementName(reader);
-    RecordData *data = this->data();
-    const detail::RecordDescriptor &desc = descriptor();
-    for (int i = 0; i < desc.memberCount; ++i) {
-        const MemberInfo &m = desc.members[i];
-        switch (m.kind) {
-        case Kind::Record: {
-            Record *child = static_cast<Record *>(data->slot(i, Slot::Current));
-            if (name != child->GetObjectName())
-                continue;
-            // Reading a branch selects it.
-            markSet(i);
-            child->ProcessXml(reader);
-            markSet(i);
-            return;
-        }
-        case Kind::RecordVector: {
-            Record *scratch = static_cast<Record *>(data->slot(i, Slot::Scratch));
-            if (name != scratch->GetObjectName())
-                continue;
-            scratch->Reset();
-            scratch->SetValidate(GetValidate());
-            scratch->SetLogger(GetLogger());
-            scratch->ProcessXml(reader);
-            appendRecord(i, *scratch);
-            return;
-        }
-        default:
-            if (name != m.xmlName || (m.xml != Xml::Element && !(m.flags & detail::AlsoElement)))
-                continue;
-            setFromText(i, GetTextValue(reader));
-            return;
-        }
-    }
-    if (desc.isVersioned() && data->initialVersionLoaded.toFloat() >= data->version.toFloat()) {
-        if (GetValidate()) {
-            throw ORBELIN::InvalidXmlException(
-                QStringLiteral("Unknown Tag '%1' in '%2'.").arg(name, GetObjectName()));
-        }
-        // Left unread: the element loop offers its children to this record.
-        return;
-    }
-    // Skipped up to the next token of the same name.
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (Compat::elementName(reader) == name)
-            break;
-    }
-}
-
-// --- binary ------------------------------------------------------------------------------
-
-bool Record::GetBinary(QDataStream &stream, int id, bool writeId) const
-{
-    SetValidate(GetValidate());
-    SetLogger(GetLogger());
-    if (GetValidate()) {
-        Check();
-        if (!HasData())
-            return false;
-    }
-    RecordData *data = this->data();
-    if (writeId)
-        stream << qint32(id);
-    writeWithLength(stream, [&] {
-        if (descriptor().isVersioned())
-            writeFrame(stream, VersionTag, [&] { stream << data->version; });
-        forEachInWriteOrder([&](int i) { writeBinaryMember(stream, i); });
-    });
-    return true;
-}
-
-void Record::writeBinaryMember(QDataStream &stream, int member) const
-{
-    RecordData *data = d.get();
-    const MemberInfo &m = descriptor().members[member];
-    const bool present = data->present.testBit(member);
-    void *current = data->slot(member, Slot::Current);
-    if (m.use == Use::Choice && m.choiceValue != data->currentChoice)
-        return;
-    switch (m.kind) {
-    case Kind::Record:
-        if (m.use == Use::Mandatory || present)
-            static_cast<const Record *>(current)->GetBinary(stream, int(m.tag), true);
-        return;
-    case Kind::RecordVector:
-        writeFrame(stream, m.tag, [&] {
-            const int n = m.vector->size(current);
-            stream << qint32(n);
-            if (present) {
-                for (int k = 0; k < n; ++k)
-                    m.vector->at(current, k).GetBinary(stream, int(m.tag), false);
-            }
-        });
-        return;
-    case Kind::StringVector:
-        writeFrame(stream, m.tag, [&] {
-            const QVector<QString> &items = *static_cast<const QVector<QString> *>(current);
-            stream << qint32(items.size());
-            if (present) {
-                for (const QString &item : items)
-                    stream << utf8(item);
-            }
-        });
-        return;
-    case Kind::DoubleVector:
-        writeFrame(stream, m.tag, [&] {
-            const QVector<double> &items = *static_cast<const QVector<double> *>(current);
-            stream << qint32(items.size());
-            if (present) {
-                for (double item : items)
-                    stream << utf8(doubleText(item, m));
-            }
-        });
-        return;
-    default:
-        break;
-    }
-    // A plain branch of a choice is written when selected, without a test.
-    if (m.use == Use::Optional && !present)
-        return;
-    writeFrame(stream, m.tag, [&] {
-        switch (m.kind) {
-        case Kind::Bool:
-            stream << *static_cast<const bool *>(current);
-            break;
-        case Kind::Int:
-            if (m.flags & detail::Raw32)
-                stream << qint32(*static_cast<const int *>(current));
-            else
-                stream << qint64(*static_cast<const int *>(current));
-            break;
-        case Kind::UInt:
-            if (m.flags & detail::Raw32)
-                stream << quint32(*static_cast<const unsigned *>(current));
-            else
-                stream << qint64(*static_cast<const unsigned *>(current));
-            break;
-        default:
-            stream << utf8(textOf(member));
-            break;
-        }
-    });
-}
-
-int Record::memberByTag(quint32 tag) const
-{
-    const detail::RecordDescriptor &desc = descriptor();
-    for (int i = 0; i < desc.memberCount; ++i) {
-        if (desc.members[i].tag == tag && desc.members[i].kind != Kind::Reserved)
-            return i;
-    }
-    return -1;
-}
-
-void Record::SetBinary(QDataStream &stream, int length)
-{
-    SetValidate(GetValidate());
-    SetLogger(GetLogger());
-    data();
-    const detail::RecordDescriptor &desc = descriptor();
-    // The lengths of the member frames must add up to the body's length.
-    // `remaining` is kept wide, so that a length near the integer limit does
-    // not overflow; an overrun is a negative remainder.
-    qint64 remaining = length;
-    while (remaining > 0 && !stream.atEnd() && stream.status() == QDataStream::Ok) {
-        qint32 tag = 0;
-        qint32 size = 0;
-        stream >> tag >> size;
-        remaining -= 8 + qint64(size);
-        if (stream.status() != QDataStream::Ok)
-            break;
-        if (desc.isVersioned() && quint32(tag) == VersionTag) {
-            RecordData *data = this->data();
-            stream >> data->initialVersionLoaded;
-            if (data->version.toFloat() > data->initialVersionLoaded.toFloat())
-                ResetToDefault();
-            continue;
-        }
-        const int member = memberByTag(quint32(tag));
-        if (member < 0)
-            skipCurrentElement(stream, size, tag);
-        else
-            readBinaryMember(stream, member, size);
-    }
-    if (remaining != 0 || stream.status() != QDataStream::Ok) {
-        throw ORBELIN::BinaryParsingException(
-            GetObjectName()
-            + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation"));
-    }
-}
-
-void Record::readBinaryMember(QDataStream &stream, int member, int length)
-{
-    const MemberInfo &m = descriptor().members[member];
-    switch (m.kind) {
-    case Kind::Record:
-        markSet(member);
-        static_cast<Record *>(data()->slot(member, Slot::Current))->SetBinary(stream, length);
-        markSet(member);
-        return;
-    case Kind::RecordVector: {
-        qint32 count = 0;
-        stream >> count;
-        // Reserve no more than the bytes left could hold (four per item): a
-        // damaged count or length must not make a huge allocation.
-        const qint64 left = stream.device() ? qMin<qint64>(length, stream.device()->bytesAvailable()) : 0;
-        const qint64 room = qMax<qint64>(0, qMin<qint64>(count, left / 4));
-        void *vector = data()->slot(member, Slot::Current);
-        m.vector->reserve(vector, int(m.vector->size(vector) + room));
-        // As many items as the count says: a stream that ends before them is
-        // a length error (the item's read past the end), not a shorter vector.
-        for (qint32 k = 0; k < count && stream.status() == QDataStream::Ok; ++k) {
-            qint32 itemLength = 0;
-            stream >> itemLength;
-            std::unique_ptr<Record> item = m.vector->make();
-            item->SetValidate(GetValidate());
-            item->SetLogger(GetLogger());
-            item->SetBinary(stream, itemLength);
-            appendRecord(member, *item);
-        }
-        return;
-    }
-    case Kind::StringVector:
-    case Kind::DoubleVector: {
-        qint32 count = 0;
-        stream >> count;
-        for (qint32 k = 0; k < count && stream.status() == QDataStream::Ok; ++k) {
-            QByteArray item;
-            stream >> item;
-            setFromText(member, QString::fromUtf8(item));
-        }
-        return;
-    }
-    case Kind::Bool: {
-        bool value = false;
-        stream >> value;
-        setBool(member, value);
-        return;
-    }
-    case Kind::Int:
-    case Kind::UInt:
-        if (m.flags & detail::Raw32) {
-            qint32 value = 0;
-            stream >> value;
-            m.kind == Kind::Int ? setInt(member, value) : setUInt(member, unsigned(value));
-        } else {
-            qint64 value = 0;
-            stream >> value;
-            m.kind == Kind::Int ? setInt(member, int(value)) : setUInt(member, unsigned(value));
-        }
-        return;
-    default: {
-        QByteArray text;
-        stream >> text;
-        setFromText(member, QString::fromUtf8(text));
-        return;
-    }
-    }
 }
 
 } // namespace Morvane

@@ -51,8 +51,15 @@ protected:
     // The copy: shares the source's block, takes over its validation flag (not
     // its logger) and then makes the block private.
     Record(const detail::RecordDescriptor &descriptor, const Record &other);
+    // The move: block, flag and logger go over whole, the source is left
+    // fresh. A vector that grows moves its items this way, so an item keeps
+    // its flag and logger and its block is not cloned.
+    Record(Record &&other) noexcept;
     // Shares the source's block; flag, logger and name stay.
     void assign(const Record &other);
+    // Takes the source's block; flag, logger and name stay. The source is
+    // left fresh.
+    void assign(Record &&other) noexcept;
 
     virtual const detail::RecordDescriptor &descriptor() const = 0;
 
@@ -141,6 +148,11 @@ protected:
     static QStringList translated(const char *context, const char *const *names, int count);
 
 private:
+    friend class PushScope;
+    // Hands this record's flag and logger to every record below it, in one
+    // walk (what SetValidate(GetValidate()) and SetLogger(GetLogger()) do).
+    void pushDown() const;
+    void appendRead(int member, Record &item);
     detail::RecordData *block() const;
     void initData() const;
     void constNoClearReset() const;
@@ -154,6 +166,7 @@ private:
     QString textOf(int member, detail::Slot which = detail::Slot::Current) const;
     QString pleaseSet(int member) const;
     ORBELIN::IncompleteDefinitionException incompleteChild(int member) const;
+    ORBELIN::IncompleteDefinitionException incompleteItem(const detail::MemberInfo &m) const;
     void checkChoice(bool b) const;
     void checkMember(int member, bool b) const;
     void writeXmlMember(QXmlStreamWriter &writer, int member) const;
@@ -179,6 +192,8 @@ const VectorOps *vectorOps()
         [](const void *v) { return int(static_cast<const QVector<T> *>(v)->size()); },
         [](const void *v, int i) -> const Record & { return static_cast<const QVector<T> *>(v)->at(i); },
         [](void *v, const Record &item) { static_cast<QVector<T> *>(v)->append(static_cast<const T &>(item)); },
+        [](void *v, Record &item) { static_cast<QVector<T> *>(v)->append(std::move(static_cast<T &>(item))); },
+        [](void *v) { static_cast<QVector<T> *>(v)->detach(); },
         [](void *v) { static_cast<QVector<T> *>(v)->clear(); },
         [](void *v, int n) { static_cast<QVector<T> *>(v)->reserve(n); },
         []() -> std::unique_ptr<Record> { return std::unique_ptr<Record>(new T); },

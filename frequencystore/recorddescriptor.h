@@ -9,11 +9,11 @@
 #include "frame/morvane_global.h"
 
 #include <QtCore/QAtomicInt>
-#include <QtCore/QBitArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <memory>
+#include <utility>
 
 namespace Morvane {
 
@@ -43,9 +43,10 @@ enum class Xml : quint8 { Element, Attribute, Text, Child };
 
 enum class Use : quint8 { Mandatory, Optional, Choice };
 
-// The slots a member has in the block. Plain members have Default and
-// Current, enumerated members Invalid too, repeated members Scratch too.
-enum class Slot : quint8 { Default, Current, Scratch, Invalid };
+// The slots a member has in the block: a Default and a Current one, and for
+// enumerated members an Invalid one too. (The XML reader reads the item under
+// way into a record of its own, not into a slot of the block.)
+enum class Slot : quint8 { Default, Current, Invalid };
 
 enum MemberFlag : quint16 {
     // An int that travels as a raw 32-bit integer in binary (length 4)
@@ -71,6 +72,11 @@ struct VectorOps
     int (*size)(const void *vector);
     const Record &(*at)(const void *vector, int index);
     void (*append)(void *vector, const Record &item);
+    // Appends by moving: the item's block, flag and logger go into the vector.
+    void (*appendMove)(void *vector, Record &item);
+    // Makes the vector's items private to it, so that what is done to them
+    // through a const item does not reach another block's vector.
+    void (*detach)(void *vector);
     void (*clear)(void *vector);
     void (*reserve)(void *vector, int count);
     std::unique_ptr<Record> (*make)();
@@ -100,6 +106,23 @@ struct MemberInfo
 
 struct RecordData;
 
+// One bit per member, bit n for the member at place n of the table: the
+// presence bits and the default bits of a block. A record has at most 64
+// members (the generator refuses more), so the bits live in the block itself
+// and cost no allocation of their own.
+class MemberBits
+{
+public:
+    static constexpr int Capacity = 64;
+    bool testBit(int i) const { return (m_bits >> i) & 1u; }
+    void setBit(int i) { m_bits |= quint64(1) << i; }
+    void clearBit(int i) { m_bits &= ~(quint64(1) << i); }
+    void clear() { m_bits = 0; }
+
+private:
+    quint64 m_bits = 0;
+};
+
 struct RecordDescriptor
 {
     QString className;
@@ -123,23 +146,23 @@ struct RecordDescriptor
 // that holds the slots of its members; this base holds what all share.
 struct MORVANE_EXPORT RecordData
 {
-    explicit RecordData(int memberCount);
+    RecordData() = default;
     RecordData(const RecordData &other);
     RecordData &operator=(const RecordData &) = delete;
     virtual ~RecordData();
 
     virtual RecordData *clone() const = 0;
-    // The address of a slot: for record members (and the default and scratch
-    // slots of repeated records) a Record *, else the slot's own type.
+    // The address of a slot: for record members (and the default slot of
+    // repeated records) a Record *, else the slot's own type.
     virtual void *slot(int member, Slot which) = 0;
 
-    QAtomicInt ref;
-    QString version;              // versioned records only
-    QString initialVersionLoaded; // versioned records only
+    QAtomicInt ref = 0;
+    QString initialVersionLoaded; // versioned records only; the schema's
+                                  // version is the descriptor's
     int invalidChoice = -1;
     int currentChoice = -1;
-    QBitArray present;
-    QBitArray defaults;
+    MemberBits present;
+    MemberBits defaults;
 };
 
 // A reference-counted pointer to a block; the count is atomic.
@@ -149,7 +172,14 @@ public:
     DataPtr() = default;
     explicit DataPtr(RecordData *data);
     DataPtr(const DataPtr &other);
+    DataPtr(DataPtr &&other) noexcept : m_data(other.m_data) { other.m_data = nullptr; }
     DataPtr &operator=(const DataPtr &other);
+    DataPtr &operator=(DataPtr &&other) noexcept
+    {
+        DataPtr moved(std::move(other));
+        std::swap(m_data, moved.m_data);
+        return *this;
+    }
     ~DataPtr();
 
     RecordData *get() const { return m_data; }

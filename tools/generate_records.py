@@ -261,6 +261,8 @@ def resolve(records, order):
             for word in record.check:
                 if word != "choice" and word not in stems:
                     raise SchemaError(f"{record.name}: check names unknown member {word}")
+        if len(record.members) > 64:
+            raise SchemaError(f"{record.name}: more than 64 members do not fit the presence bits")
         values = [m.choice_value for m in record.choice_members]
         if values and values != list(range(len(values))):
             raise SchemaError(f"{record.name}: choice values must run from 0 without a gap")
@@ -415,7 +417,9 @@ def write_header(record):
         "",
         f"    {r}();",
         f"    {r}(const {r} &other);",
+        f"    {r}({r} &&other) noexcept;",
         f"    {r} &operator=(const {r} &other);",
+        f"    {r} &operator=({r} &&other) noexcept;",
         f"    ~{r}() override;",
         "",
         "    static qint64 GetId() { return id; }",
@@ -493,19 +497,19 @@ def data_struct(record):
             cases.append(f"        case {i}: return static_cast<Record *>(w == detail::Slot::Default ? &d{i} : &c{i});")
         else:
             it = item_type(m)
-            fields.append(f"    {it} d{i}{'' if m.type != 'double[]' else ' = 0.0'}, s{i}{'' if m.type != 'double[]' else ' = 0.0'};")
+            fields.append(f"    {it} d{i}{'' if m.type != 'double[]' else ' = 0.0'};")
             fields.append(f"    QVector<{it}> c{i};")
             if m.type == "record[]":
-                cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : static_cast<Record *>(w == detail::Slot::Default ? &d{i} : &s{i});")
+                cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : static_cast<Record *>(&d{i});")
             else:
-                cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : w == detail::Slot::Default ? &d{i} : &s{i};")
+                cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : &d{i};")
         value = default_value(m)
         if value is not None:
             ctor.append(f"        d{i} = {value};")
             ctor.append(f"        defaults.setBit({i});")
     lines = [f"struct {r}Data final : detail::RecordData",
              "{",
-             f"    {r}Data() : detail::RecordData({len(record.members)})",
+             f"    {r}Data()",
              "    {"] + ctor + ["    }"] + fields + [
              f"    detail::RecordData *clone() const override {{ return new {r}Data(*this); }}",
              "    void *slot(int member, detail::Slot w) override",
@@ -578,6 +582,12 @@ def write_source(source, records):
         lines += [
             f"{n}::{n}() : Record({n}_descriptor()) {{}}",
             f"{n}::{n}(const {n} &other) : Record({n}_descriptor(), other) {{}}",
+            f"{n}::{n}({n} &&other) noexcept : Record(std::move(other)) {{}}",
+            f"{n} &{n}::operator=({n} &&other) noexcept",
+            "{",
+            "    assign(std::move(other));",
+            "    return *this;",
+            "}",
             f"{n} &{n}::operator=(const {n} &other)",
             "{",
             "    assign(other);",

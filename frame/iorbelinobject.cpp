@@ -313,9 +313,19 @@ bool IOrbelinObject::LoadBinary(QFile *file)
         return false;
     if (!file->isOpen() && !file->open(QIODevice::ReadOnly))
         return false;
-    QDataStream stream(file);
+    // The rest of the file is read into memory and the record from there,
+    // which is many times faster than a device read per field. The file is
+    // then put where the record ends, as a stream on it would have left it.
+    const qint64 start = file->pos();
+    QByteArray bytes = file->readAll();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QDataStream stream(&buffer);
     prepare(stream);
-    return SetBinaryRepresentation(stream);
+    const bool ok = SetBinaryRepresentation(stream);
+    if (!file->isSequential())
+        file->seek(start + buffer.pos());
+    return ok;
 }
 
 bool IOrbelinObject::SaveXml(const QString &fileName) const

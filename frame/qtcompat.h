@@ -28,6 +28,18 @@ inline bool nameIs(const QXmlStreamReader &reader, const QString &name)
     return reader.name() == name;
 }
 
+// Whether a stream sizes a QByteArray with the classic 32 bits (0xffffffff
+// for the null array) whatever its length: every version before Qt 6.7.
+inline bool classicSizes(const QDataStream &stream)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    return stream.version() < QDataStream::Qt_6_7;
+#else
+    Q_UNUSED(stream);
+    return true;
+#endif
+}
+
 // Text streams read and write UTF-8 on both majors.
 inline void setUtf8(QTextStream &stream)
 {

@@ -122,9 +122,11 @@ void Record::initData() const
     d.detach();
     if (d)
         return;
-    const detail::RecordDescriptor &desc = descriptor();
-    d = detail::DataPtr(desc.create());
-    constNoClearReset();
+    d = detail::DataPtr(descriptor().create());
+    // ConstNoClearReset has nothing to do on a new block: the generated block
+    // starts every current slot at its reset value (the built-in default, the
+    // null string, an empty vector, a fresh record) and the choice at the
+    // invalid one.
     pushDown();
 }
 
@@ -147,7 +149,10 @@ void Record::resetSlot(int member) const
     RecordData *data = d.get();
     const MemberInfo &m = descriptor().members[member];
     void *current = data->slot(member, Slot::Current);
-    const void *initial = m.kind == Kind::Reserved ? nullptr : data->slot(member, Slot::Default);
+    // A nested record's default slot is not made for this: one never made
+    // resets the current slot to a fresh record.
+    const bool record = m.kind == Kind::Record || m.kind == Kind::RecordVector;
+    const void *initial = data->slot(member, record ? Slot::MadeDefault : Slot::Default);
     switch (m.kind) {
     case Kind::Double:
         *static_cast<double *>(current) = *static_cast<const double *>(initial);
@@ -169,7 +174,10 @@ void Record::resetSlot(int member) const
         *static_cast<QDateTime *>(current) = *static_cast<const QDateTime *>(initial);
         break;
     case Kind::Record:
-        static_cast<Record *>(current)->assign(*static_cast<const Record *>(initial));
+        if (initial)
+            static_cast<Record *>(current)->assign(*static_cast<const Record *>(initial));
+        else
+            static_cast<Record *>(current)->d = detail::DataPtr();
         break;
     case Kind::RecordVector:
         m.vector->clear(current);

@@ -13,6 +13,8 @@ class QXmlStreamAttributes;
 
 namespace Morvane {
 
+class BinaryInput;
+
 // The runtime of every record class. A record holds one pointer to its private
 // block, created on first use and shared copy-on-write between copies; the
 // block holds a current and a default slot per member, the presence bits and
@@ -171,7 +173,8 @@ private:
     void checkMember(int member, bool b) const;
     void writeXmlMember(QXmlStreamWriter &writer, int member) const;
     void writeBinaryMember(QDataStream &stream, int member) const;
-    void readBinaryMember(QDataStream &stream, int member, int length);
+    void readBody(BinaryInput &input, int length);
+    void readBinaryMember(BinaryInput &input, int member, int length);
     int memberByTag(quint32 tag) const;
     int branchMember(int choice) const;
     template <class F>
@@ -184,6 +187,28 @@ private:
 
 namespace detail {
 
+// The default slot of a nested or repeated record. Almost no record ever sets
+// one, so it is made on first use and costs one pointer until then; one that
+// was never made holds what a fresh record holds.
+template <class T>
+class LazySlot
+{
+public:
+    LazySlot() = default;
+    LazySlot(const LazySlot &other) : m_value(other.m_value ? new T(*other.m_value) : nullptr) {}
+    LazySlot &operator=(const LazySlot &) = delete;
+
+    T *get(Slot which)
+    {
+        if (!m_value && which == Slot::Default)
+            m_value.reset(new T);
+        return m_value.get();
+    }
+
+private:
+    std::unique_ptr<T> m_value;
+};
+
 // The operations of a QVector<T> of records, for the runtime.
 template <class T>
 const VectorOps *vectorOps()
@@ -195,7 +220,19 @@ const VectorOps *vectorOps()
         [](void *v, Record &item) { static_cast<QVector<T> *>(v)->append(std::move(static_cast<T &>(item))); },
         [](void *v) { static_cast<QVector<T> *>(v)->detach(); },
         [](void *v) { static_cast<QVector<T> *>(v)->clear(); },
-        [](void *v, int n) { static_cast<QVector<T> *>(v)->reserve(n); },
+        [](void *v, int n) {
+            // QVector::reserve of Qt 6 copies the items it keeps; they are
+            // moved here instead, so that they keep their flag and logger
+            // and are not cloned.
+            QVector<T> &vector = *static_cast<QVector<T> *>(v);
+            if (n <= vector.capacity())
+                return;
+            QVector<T> grown;
+            grown.reserve(n);
+            for (T &item : vector)
+                grown.append(std::move(item));
+            vector.swap(grown);
+        },
         []() -> std::unique_ptr<Record> { return std::unique_ptr<Record>(new T); },
     };
     return &ops;

@@ -45,8 +45,10 @@ enum class Use : quint8 { Mandatory, Optional, Choice };
 
 // The slots a member has in the block: a Default and a Current one, and for
 // enumerated members an Invalid one too. (The XML reader reads the item under
-// way into a record of its own, not into a slot of the block.)
-enum class Slot : quint8 { Default, Current, Invalid };
+// way into a record of its own, not into a slot of the block.) The default
+// slot of a nested or repeated record is made on first use; MadeDefault asks
+// for it without making it, and gives null when it was never made.
+enum class Slot : quint8 { Default, Current, Invalid, MadeDefault };
 
 enum MemberFlag : quint16 {
     // An int that travels as a raw 32-bit integer in binary (length 4)

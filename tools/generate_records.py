@@ -491,21 +491,24 @@ def data_struct(record):
         elif m.type == "enum":
             fields.append(f"    int i{i} = -1, d{i} = -1, c{i} = -1;")
             cases.append(f"        case {i}: return w == detail::Slot::Invalid ? &i{i} : w == detail::Slot::Default ? &d{i} : &c{i};")
-        elif m.type == "record":
+        elif m.type in ("record", "record[]"):
             t = m.target.name
-            fields.append(f"    {t} d{i}, c{i};")
-            cases.append(f"        case {i}: return static_cast<Record *>(w == detail::Slot::Default ? &d{i} : &c{i});")
+            current = t if m.type == "record" else f"QVector<{t}>"
+            fields.append(f"    detail::LazySlot<{t}> d{i};")
+            fields.append(f"    {current} c{i};")
+            cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : static_cast<Record *>(d{i}.get(w));")
         else:
             it = item_type(m)
             fields.append(f"    {it} d{i}{'' if m.type != 'double[]' else ' = 0.0'};")
             fields.append(f"    QVector<{it}> c{i};")
-            if m.type == "record[]":
-                cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : static_cast<Record *>(&d{i});")
-            else:
-                cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : &d{i};")
+            cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : &d{i};")
         value = default_value(m)
         if value is not None:
             ctor.append(f"        d{i} = {value};")
+            # A new block's current slot holds its reset value from the start:
+            # the default, but for a QString the null string.
+            if m.type != "string":
+                ctor.append(f"        c{i} = {value};")
             ctor.append(f"        defaults.setBit({i});")
     lines = [f"struct {r}Data final : detail::RecordData",
              "{",

@@ -63,20 +63,9 @@ public:
 
     QByteArray readBytes()
     {
-        if (has(4)) {
-            const quint32 size = decode<quint32>(m_pos);
-            if (size == 0xffffffffu) {
-                m_pos += 4;
-                return QByteArray();
-            }
-            if (has(4 + qint64(size))) {
-                QByteArray bytes(m_bytes + m_pos + 4, int(size));
-                m_pos += 4 + qint64(size);
-                return bytes;
-            }
-        }
         QByteArray bytes;
-        viaStream([&bytes](QDataStream &stream) { stream >> bytes; });
+        if (!readWhole([&bytes](const char *data, int size) { bytes = data ? QByteArray(data, size) : QByteArray(); }))
+            viaStream([&bytes](QDataStream &stream) { stream >> bytes; });
         return bytes;
     }
 
@@ -85,20 +74,11 @@ public:
     // array, empty for an empty one).
     QString readText()
     {
-        if (has(4)) {
-            const quint32 size = decode<quint32>(m_pos);
-            if (size == 0xffffffffu) {
-                m_pos += 4;
-                return QString();
-            }
-            if (has(4 + qint64(size))) {
-                const QString text = size == 0 ? QString(QLatin1String(""))
-                                               : QString::fromUtf8(m_bytes + m_pos + 4, int(size));
-                m_pos += 4 + qint64(size);
-                return text;
-            }
-        }
-        return QString::fromUtf8(readBytes());
+        QString text;
+        const auto make = [&text](const char *data, int size) {
+            text = !data ? QString() : size == 0 ? QString(QLatin1String("")) : QString::fromUtf8(data, size);
+        };
+        return readWhole(make) ? text : QString::fromUtf8(readBytes());
     }
 
     // Skips `length` bytes that lie whole in the buffer; false when they do not.
@@ -123,6 +103,27 @@ public:
 
 private:
     bool has(qint64 count) const { return m_buffer && m_size - m_pos >= count; }
+
+    // A QByteArray's frame that lies whole in the buffer: `use` gets its bytes
+    // (null for the null array) and true is returned. False, with nothing
+    // read, when it does not lie whole there.
+    template <class F>
+    bool readWhole(F use)
+    {
+        if (!has(4))
+            return false;
+        const quint32 size = decode<quint32>(m_pos);
+        if (size == 0xffffffffu) {
+            m_pos += 4;
+            use(nullptr, 0);
+            return true;
+        }
+        if (!has(4 + qint64(size)))
+            return false;
+        use(m_bytes + m_pos + 4, int(size));
+        m_pos += 4 + qint64(size);
+        return true;
+    }
 
     template <class T>
     T decode(qint64 at) const

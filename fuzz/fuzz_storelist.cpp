@@ -3,13 +3,17 @@
 // held; nothing may crash.
 //
 // Built with clang and -DMORVANE_BUILD_FUZZERS=ON it is a libFuzzer target;
-// otherwise it is a replay driver that runs the same code over the files given
-// on its command line (ctest replays the bundled examples with it).
+// otherwise it is a replay driver that runs the same code over the files and
+// folders given on its command line (ctest replays the bundled examples and
+// the corpus folder fuzz/corpus/storelist/ with it).
 
 #include <morvane.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStringList>
 
 #include <cstdio>
 #include <cstdlib>
@@ -72,12 +76,42 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
 }
 
 #ifndef MORVANE_LIBFUZZER
+namespace {
+
+// The files to replay: a file stands for itself, a folder for the files in
+// it (not below it), by name, as libFuzzer takes a corpus folder.
+bool collect(const QString &path, QStringList &files)
+{
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        const QDir dir(path);
+        const QStringList names = dir.entryList(QDir::Files, QDir::Name);
+        if (names.isEmpty()) {
+            std::fprintf(stderr, "no inputs in %s\n", qPrintable(path));
+            return false;
+        }
+        for (const QString &name : names)
+            files.append(dir.filePath(name));
+        return true;
+    }
+    files.append(path);
+    return true;
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
+    qInstallMessageHandler(quiet);
+    QStringList files;
     for (int i = 1; i < argc; ++i) {
-        QFile file(QString::fromLocal8Bit(argv[i]));
+        if (!collect(QString::fromLocal8Bit(argv[i]), files))
+            return 1;
+    }
+    for (const QString &fileName : files) {
+        QFile file(fileName);
         if (!file.open(QIODevice::ReadOnly)) {
-            std::fprintf(stderr, "cannot open %s\n", argv[i]);
+            std::fprintf(stderr, "cannot open %s\n", qPrintable(fileName));
             return 1;
         }
         const QByteArray data = file.readAll();
@@ -87,6 +121,7 @@ int main(int argc, char **argv)
             readAll(data.left(n));
         readAll(data);
     }
+    std::printf("replayed %d inputs\n", int(files.size()));
     return 0;
 }
 #endif

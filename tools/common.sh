@@ -1,8 +1,9 @@
 # shellcheck shell=bash
-# Sourced by tools/run-example.sh and tools/run-tests.sh.
+# Sourced by the scripts of tools/: run-example.sh, run-tests.sh,
+# run-sanitized-tests.sh and run-fuzz.sh.
 #
 # MORVANE_BUILD_ROOT  where the build directories go (default: build, relative
-#                     to the project root): qt6/ and qt5/ below it
+#                     to the project root): qt6/, qt5/, asan/ and fuzz/ below it
 # MORVANE_JOBS        parallel build jobs (default: 2)
 
 MORVANE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -19,21 +20,30 @@ MORVANE_JOBS=${MORVANE_JOBS:-2}
 MORVANE_DEBIAN_PACKAGES=(cmake ninja-build g++ python3 qt6-base-dev qtbase5-dev
     libgtest-dev libbenchmark-dev pkg-config)
 
+# The packages the fuzz targets need on top (tools/run-fuzz.sh): clang, and
+# the compiler runtime with libFuzzer and the sanitizers of Debian's default
+# clang (libclang-rt-dev pulls in libclang-rt-<version>-dev), and llvm for
+# llvm-symbolizer, which turns the addresses of a crash report into source lines.
+MORVANE_FUZZ_DEBIAN_PACKAGES=(clang libclang-rt-dev llvm)
+
+# morvane_missing_packages <package...>: those of the packages not installed.
 morvane_missing_packages() {
     local pkg status
-    for pkg in "${MORVANE_DEBIAN_PACKAGES[@]}"; do
+    for pkg in "$@"; do
         status=$(dpkg-query -W -f='${db:Status-Status}' "$pkg" 2>/dev/null || true)
         [ "$status" = installed ] || printf '%s ' "$pkg"
     done
 }
 
-morvane_ensure_deps() {
+# morvane_ensure_packages <package...>: installs those of the packages that
+# are missing.
+morvane_ensure_packages() {
     if ! command -v dpkg-query >/dev/null 2>&1; then
         echo "ensure-deps: not a Debian system, not checking packages" >&2
         return 0
     fi
     local missing
-    missing=$(morvane_missing_packages)
+    missing=$(morvane_missing_packages "$@")
     [ -z "$missing" ] && return 0
 
     local sudo=()
@@ -42,19 +52,27 @@ morvane_ensure_deps() {
             sudo=(sudo)
         else
             echo "ensure-deps: missing packages:" "$missing" >&2
-            echo "ensure-deps: run as root: apt-get install ${MORVANE_DEBIAN_PACKAGES[*]}" >&2
+            echo "ensure-deps: run as root: apt-get install $*" >&2
             return 1
         fi
     fi
     echo "ensure-deps: installing" "$missing"
     "${sudo[@]}" apt-get update || return 1
     "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
-        "${MORVANE_DEBIAN_PACKAGES[@]}" || return 1
-    missing=$(morvane_missing_packages)
+        "$@" || return 1
+    missing=$(morvane_missing_packages "$@")
     if [ -n "$missing" ]; then
         echo "ensure-deps: still missing:" "$missing" >&2
         return 1
     fi
+}
+
+morvane_ensure_deps() {
+    morvane_ensure_packages "${MORVANE_DEBIAN_PACKAGES[@]}"
+}
+
+morvane_ensure_fuzz_deps() {
+    morvane_ensure_packages "${MORVANE_DEBIAN_PACKAGES[@]}" "${MORVANE_FUZZ_DEBIAN_PACKAGES[@]}"
 }
 
 # morvane_configure <build dir> [cmake options...]: configures with Ninja; a

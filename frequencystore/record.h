@@ -169,6 +169,7 @@ private:
     QString pleaseSet(int member) const;
     ORBELIN::IncompleteDefinitionException incompleteChild(int member) const;
     ORBELIN::IncompleteDefinitionException incompleteItem(const detail::MemberInfo &m) const;
+    bool readyToWrite() const;
     void checkChoice(bool b) const;
     void checkMember(int member, bool b) const;
     void writeXmlMember(QXmlStreamWriter &writer, int member) const;

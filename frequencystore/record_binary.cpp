@@ -159,11 +159,8 @@ private:
 bool Record::GetBinary(QDataStream &stream, int id, bool writeId) const
 {
     PushScope scope(*this);
-    if (GetValidate()) {
-        Check();
-        if (!HasData())
-            return false;
-    }
+    if (!readyToWrite())
+        return false;
     initData();
     if (writeId)
         stream << qint32(id);
@@ -185,7 +182,7 @@ void Record::writeBinaryMember(QDataStream &stream, int member) const
         return;
     switch (m.kind) {
     case Kind::Record:
-        if (m.use == Use::Mandatory || present)
+        if ((m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet)) || present)
             static_cast<const Record *>(current)->GetBinary(stream, int(m.tag), true);
         return;
     case Kind::RecordVector:

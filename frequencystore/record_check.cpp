@@ -125,10 +125,11 @@ void Record::checkMember(int member, bool b) const
         // branch of a choice must: the record's HasData asks for it, so
         // without this test a record missing it would be dropped from the
         // output without a word instead of failing.
+        // (A member written only when set is tested when the record is
+        // written: readyToWrite.)
         const Record *child = static_cast<const Record *>(current);
-        if (m.use == Use::Mandatory && GetValidate() && !child->HasData()) {
+        if (m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet) && GetValidate() && !child->HasData())
             throw incompleteChild(member);
-        }
         if (present)
             child->Check(b);
         return;
@@ -229,6 +230,23 @@ bool Record::equals(const Record &other) const
         }
     }
     return true;
+}
+
+// What both writers do first. With validation off, everything is written.
+// With it on: Check; then the nested records that are written only when set
+// must be complete; then a record whose HasData is false is not written.
+bool Record::readyToWrite() const
+{
+    if (!GetValidate())
+        return true;
+    Check();
+    const detail::RecordDescriptor &desc = descriptor();
+    for (int i = 0; i < desc.memberCount; ++i) {
+        if ((desc.members[i].flags & detail::WrittenWhenSet)
+            && !static_cast<const Record *>(d.get()->slot(i, Slot::Current))->HasData())
+            throw incompleteChild(i);
+    }
+    return HasData();
 }
 
 } // namespace Morvane

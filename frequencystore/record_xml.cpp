@@ -15,11 +15,8 @@ using namespace runtime;
 void Record::GetXml(QXmlStreamWriter &writer) const
 {
     PushScope scope(*this);
-    if (GetValidate()) {
-        Check();
-        if (!HasData())
-            return;
-    }
+    if (!readyToWrite())
+        return;
     initData();
     writer.writeStartElement(GetObjectName());
     if (descriptor().isVersioned())
@@ -48,10 +45,9 @@ void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
     switch (m.kind) {
     case Kind::Record: {
         const Record *child = static_cast<const Record *>(current);
-        if (m.use == Use::Mandatory) {
-            if (GetValidate() && !child->HasData()) {
+        if (m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet)) {
+            if (GetValidate() && !child->HasData())
                 throw incompleteChild(member);
-            }
             child->GetXml(writer);
         } else if (present) {
             child->GetXml(writer);

@@ -58,6 +58,10 @@ enum MemberFlag : quint16 {
     EmptyBoolThrows = 0x2,
     // An attribute that the reader also takes as a child element.
     AlsoElement = 0x4,
+    // A mandatory nested record that is written only when set. Its
+    // completeness is tested when the record is written with validation on
+    // (after Check, which only checks it when set), not in Check.
+    WrittenWhenSet = 0x8,
 };
 
 enum RecordFlag : quint16 {

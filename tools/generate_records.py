@@ -42,7 +42,7 @@ KIND = {
     "reserved": "Reserved",
 }
 MEMBER_FLAGS = {"raw32": "detail::Raw32", "empty-bool-throws": "detail::EmptyBoolThrows",
-                "also-element": "detail::AlsoElement"}
+                "also-element": "detail::AlsoElement", "written-when-set": "detail::WrittenWhenSet"}
 RECORD_FLAGS = {"hasdata-always": "detail::HasDataAlways", "text-value": "detail::TextValue"}
 
 

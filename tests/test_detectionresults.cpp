@@ -54,25 +54,29 @@ DetectionResult fullResult()
     return r;
 }
 
-DetectionResultList fullList()
+DetectionResultList scalars(DetectionResultList::Usage usage, const QString &comment, const QString &id,
+                            const QString &type)
 {
     DetectionResultList l;
-    l.SetUsage(DetectionResultList::Usage_Resultlist);
-    l.SetComment(QStringLiteral("night watch"));
-    l.SetID(QStringLiteral("list-7"));
-    l.SetType(QStringLiteral("Scan"));
-    l.AppendDetectionResult(fullResult());
-    l.AppendDetectionResult(minimalResult(QStringLiteral("det-2")));
+    l.SetUsage(usage);
+    l.SetComment(comment);
+    l.SetID(id);
+    l.SetType(type);
     return l;
 }
 
 DetectionResultList scalarsOnly()
 {
-    DetectionResultList l;
-    l.SetUsage(DetectionResultList::Usage_Suppress);
-    l.SetComment(QLatin1String(""));
-    l.SetID(QStringLiteral("empty"));
-    l.SetType(QStringLiteral("none"));
+    return scalars(DetectionResultList::Usage_Suppress, QLatin1String(""), QStringLiteral("empty"),
+                   QStringLiteral("none"));
+}
+
+DetectionResultList fullList()
+{
+    DetectionResultList l = scalars(DetectionResultList::Usage_Resultlist, QStringLiteral("night watch"),
+                                    QStringLiteral("list-7"), QStringLiteral("Scan"));
+    l.AppendDetectionResult(fullResult());
+    l.AppendDetectionResult(minimalResult(QStringLiteral("det-2")));
     return l;
 }
 

@@ -5,6 +5,7 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
+#include <QtCore/QSaveFile>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QXmlStreamWriter>
 
@@ -337,10 +338,16 @@ bool IOrbelinObject::SaveXml(const QString &fileName) const
         QXmlStreamWriter writer(&data);
         writeDocument(*this, writer);
     }
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    // It goes into a temporary file beside the target, which replaces the
+    // target only when all of it was written: a failed or interrupted write
+    // leaves an existing file as it was. A short write or a failed flush
+    // keeps the temporary file from being committed, and it is removed.
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
         return false;
-    return file.write(data) == data.size();
+    if (file.write(data) != data.size() || !file.flush())
+        return false;
+    return file.commit();
 }
 
 void IOrbelinObject::SetValidate(bool validate) const

@@ -38,7 +38,9 @@ namespace ORBELIN {
 //   * SetBinaryRepresentation(...), LoadBinary(...): false for every failure:
 //     a short stream, another record's id, a length error. Nothing is thrown.
 //   * SaveXml(...): false when the file cannot be written; failures of the
-//     record (Check) are thrown, and the file is then not touched.
+//     record (Check) are thrown, and the file is then not touched. The file
+//     is replaced only once all of it is written (QSaveFile): a write that
+//     fails leaves an existing file as it was.
 // - The binary frame is the record's id (32 bits), the body's length and the
 //   body. The id read back must be the record's own. The entry points that
 //   make their own stream (the QByteArray forms, LoadBinary) use data stream

@@ -14,5 +14,8 @@
 #include "frequencystore/recorddescriptor.h"
 #include "frequencystore/record.h"
 #include "frequencystore/records/records.h"
+#include "frequencystore/csvcolumn.h"
+#include "frequencystore/csvfileloader.h"
+#include "frequencystore/filehandling.h"
 
 #endif

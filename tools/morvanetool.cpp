@@ -1,14 +1,25 @@
-// morvane-tool: loads a frequency store list, checks it and writes it again.
+// morvane-tool: loads a frequency store list, checks it and writes it again,
+// and turns lists into the CSV files of a list type and back.
 //
 //   morvane-tool convert INPUT OUTPUT...   read INPUT, Check it, write every OUTPUT
 //   morvane-tool check INPUT               read INPUT and Check it
 //   morvane-tool print INPUT               read INPUT and list its entries
+//   morvane-tool export --type TYPE INPUT OUT.csv
+//                                          write the list INPUT as a CSV file of TYPE
+//   morvane-tool import --type TYPE IN.csv OUTPUT
+//                                          read the CSV file IN.csv of TYPE into a
+//                                          new list, Check it and write it as OUTPUT
+//   morvane-tool --help                    this text
 //
 // INPUT is a FrequencyStoreList as XML, as binary or as compressed binary; the
 // form is recognised from the content. An OUTPUT is written by its suffix:
 // .xml (XML), .bin (binary), .binz (compressed binary). Every output written
-// is read back and compared with the list. The exit code is 0 on success, 1
-// when the input cannot be read or fails its Check, 2 for a usage error.
+// is read back and compared with the list. TYPE is a list type with a CSV
+// form: NotePad, Suppress or NOIFrequencies. The CSV files go through
+// FileHandling, which reports failures only through its trace and its
+// results: the tool turns the trace on and shows its lines on stderr. The exit
+// code is 0 on success, 1 when an input cannot be read, fails its Check or a
+// file cannot be written, 2 for a usage error.
 
 #include <morvane.h>
 
@@ -18,8 +29,10 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
 
+using Morvane::FileHandling;
 using Morvane::FrequencyStoreEntry;
 using Morvane::FrequencyStoreList;
+using Morvane::FrequencyStoreListHelper;
 
 namespace {
 
@@ -107,12 +120,89 @@ void print(const FrequencyStoreList &list)
     }
 }
 
+const char *usageText()
+{
+    return "usage: morvane-tool convert INPUT OUTPUT...\n"
+           "       morvane-tool check INPUT\n"
+           "       morvane-tool print INPUT\n"
+           "       morvane-tool export --type TYPE INPUT OUT.csv\n"
+           "       morvane-tool import --type TYPE IN.csv OUTPUT\n"
+           "       morvane-tool --help\n"
+           "INPUT: a store list as XML, binary or compressed binary; OUTPUT by its suffix:\n"
+           ".xml, .bin or .binz. TYPE: NotePad, Suppress or NOIFrequencies.\n";
+}
+
 int usage()
 {
-    err() << "usage: morvane-tool convert INPUT OUTPUT...\n"
-             "       morvane-tool check INPUT\n"
-             "       morvane-tool print INPUT\n";
+    err() << usageText();
     return 2;
+}
+
+// The list types whose CSV files the tool reads and writes.
+bool csvType(const QString &name, FrequencyStoreListHelper::ListType &type)
+{
+    static const QStringList supported = {QStringLiteral("NotePad"), QStringLiteral("Suppress"),
+                                          QStringLiteral("NOIFrequencies")};
+    if (!supported.contains(name))
+        return false;
+    type = FrequencyStoreListHelper().NameToListType(name);
+    return true;
+}
+
+// FileHandling tells of a failure through the trace: shown on stderr.
+void traceToStderr()
+{
+    ErrorHandler *handler = ErrorHandler::Instance();
+    handler->SetTraceMask(handler->GetTraceMask() | ErrorHandler::TraceErrors);
+    handler->SetTraceSink([](const QString &, const QString &text, unsigned short) { err() << text << "\n"; });
+}
+
+// export --type TYPE INPUT OUT.csv and import --type TYPE IN.csv OUTPUT.
+int csvCommand(const QString &command, const QStringList &args)
+{
+    FrequencyStoreListHelper::ListType type;
+    if (args.size() != 5 || args.at(1) != QLatin1String("--type"))
+        return usage();
+    if (!csvType(args.at(2), type)) {
+        err() << "unknown list type " << args.at(2) << " (NotePad, Suppress or NOIFrequencies)\n";
+        return 2;
+    }
+    traceToStderr();
+    const QString input = args.at(3);
+    const QString output = args.at(4);
+    FrequencyStoreList list;
+    FileHandling files;
+    try {
+        if (command == QLatin1String("export")) {
+            if (!readList(input, list)) {
+                err() << input << ": not a readable frequency store list\n";
+                return 1;
+            }
+            QDir().mkpath(QFileInfo(output).absolutePath());
+            if (!files.ExportFrequencyStoreList(true, output, list, type)) {
+                err() << output << ": not written\n";
+                return 1;
+            }
+            out() << output << ": " << list.GetFrequencyStoreEntry().size() << " entries written as "
+                  << args.at(2) << "\n";
+            return 0;
+        }
+        if (!files.ImportCSV(input, list, type)) {
+            err() << input << ": not imported\n";
+            return 1;
+        }
+        list.Check();
+        if (!writeList(output, list)) {
+            err() << output << ": not written\n";
+            return 1;
+        }
+    } catch (const ORBELIN::ReportException &e) {
+        err() << e.GetMessage() << "\n";
+        return 1;
+    }
+    out() << input << ": " << list.GetFrequencyStoreEntry().size() << " entries imported, " << output
+          << " written\n";
+    return 0;
 }
 
 } // namespace
@@ -121,9 +211,20 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
+    if (args.size() == 1 && (args.at(0) == QLatin1String("--help") || args.at(0) == QLatin1String("-h"))) {
+        out() << usageText();
+        out().flush();
+        return 0;
+    }
     if (args.size() < 2)
         return usage();
     const QString command = args.at(0);
+    if (command == QLatin1String("export") || command == QLatin1String("import")) {
+        const int result = csvCommand(command, args);
+        out().flush();
+        err().flush();
+        return result;
+    }
     if (command != QLatin1String("convert") && command != QLatin1String("check")
         && command != QLatin1String("print"))
         return usage();

@@ -12,6 +12,8 @@
 #include <QtCore/QTextStream>
 #include <QtCore/QVector>
 
+#include <utility>
+
 namespace Morvane {
 
 namespace {
@@ -128,7 +130,7 @@ void importSimple(const QString &fileName, FrequencyStoreList &list, bool analog
         }
 
         entry.Check(false);
-        list.AppendFrequencyStoreEntry(entry);
+        list.AppendFrequencyStoreEntry(std::move(entry));
     }
 }
 

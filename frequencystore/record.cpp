@@ -481,9 +481,7 @@ void Record::appendRecord(int member, const Record &item)
     data->present.setBit(member);
 }
 
-// Appends an item that was just read, as appendRecord does, but moves it: the
-// item keeps the flag and logger it was read with and its block is not cloned.
-void Record::appendRead(int member, Record &item)
+void Record::appendMoved(int member, Record &item)
 {
     RecordData *data = this->data();
     const MemberInfo &m = descriptor().members[member];

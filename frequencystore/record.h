@@ -121,6 +121,10 @@ protected:
     }
 
     void appendRecord(int member, const Record &item);
+    // As appendRecord, but the item is moved in: it keeps its flag and logger
+    // and its block is not cloned. The readers append the items they read
+    // this way.
+    void appendMoved(int member, Record &item);
     void appendString(int member, const QString &item);
     void appendDouble(int member, double item);
 
@@ -154,7 +158,6 @@ private:
     // Hands this record's flag and logger to every record below it, in one
     // walk (what SetValidate(GetValidate()) and SetLogger(GetLogger()) do).
     void pushDown() const;
-    void appendRead(int member, Record &item);
     detail::RecordData *block() const;
     void initData() const;
     void constNoClearReset() const;

@@ -329,7 +329,7 @@ void Record::readBinaryMember(BinaryInput &input, int member, int length)
             item->SetValidate(GetValidate());
             item->SetLogger(GetLogger());
             item->readBody(input, itemLength);
-            appendRead(member, *item);
+            appendMoved(member, *item);
         }
         return;
     }

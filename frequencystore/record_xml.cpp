@@ -109,7 +109,9 @@ void Record::ProcessXml(QXmlStreamReader &reader)
     const QXmlStreamAttributes attributes = reader.attributes();
     bool startedFromDefaults = false;
     if (desc.isVersioned()) {
-        data->initialVersionLoaded = stringValue(attributes.value(versionAttribute()).toString());
+        // The usual version text is the schema's own: shared, not made anew.
+        const auto loaded = attributes.value(versionAttribute());
+        data->initialVersionLoaded = loaded == desc.version ? desc.version : stringValue(loaded.toString());
         // A document older than the schema starts from the defaults.
         if (olderDocument(*data, desc.version)) {
             ResetToDefault();
@@ -171,7 +173,7 @@ void Record::ProcessXmlStartElement(QXmlStreamReader &reader)
             item->SetValidate(GetValidate());
             item->SetLogger(GetLogger());
             item->ProcessXml(reader);
-            appendRead(i, *item);
+            appendMoved(i, *item);
             return;
         }
         default:

@@ -268,6 +268,28 @@ TEST(TreeState, AppendCopiesTheItemsFlagButNotItsLogger)
     EXPECT_EQ(entry.GetLogger(), logger);
 }
 
+TEST(TreeState, AnItemAppendedByMoveKeepsItsFlagAndLogger)
+{
+    auto logger = std::make_shared<ORBELIN::Logger>();
+    FrequencyStoreEntry entry = example().GetFrequencyStoreEntry().first();
+    const FrequencyStoreEntry expected = entry;
+    entry.SetValidate(false);
+    entry.SetLogger(logger);
+    FrequencyStoreList list;
+    list.AppendFrequencyStoreEntry(std::move(entry));
+    const FrequencyStoreEntry &appended = list.GetFrequencyStoreEntry().first();
+    EXPECT_EQ(appended, expected);
+    EXPECT_FALSE(appended.GetValidate());
+    EXPECT_EQ(appended.GetLogger(), logger);
+
+    // An incomplete item is refused before anything is moved.
+    FrequencyStoreEntry incomplete;
+    incomplete.SetComment(QStringLiteral("no type"));
+    EXPECT_THROW(list.AppendFrequencyStoreEntry(std::move(incomplete)), ORBELIN::IncompleteDefinitionException);
+    EXPECT_EQ(list.GetFrequencyStoreEntry().size(), 1);
+    EXPECT_EQ(incomplete.GetComment(), QStringLiteral("no type")); // NOLINT(bugprone-use-after-move)
+}
+
 TEST(TreeState, NestedDefaultSlotsAreMadeOnFirstUseAndTravelWithCopies)
 {
     FFM_Settings settings;

@@ -382,6 +382,10 @@ def accessors(m, i):
             f"    void Set{a}(const {t} &value) {{ setVector({i}, value); }}",
             f"    void Append{s}(const {it} &value) {{ {append} }}",
         ]
+        if m.type == "record[]":
+            # An item given up by the caller is moved in, not copied: it keeps
+            # its flag and logger, and nothing is cloned.
+            out.append(f"    void Append{s}({it} &&value) {{ appendMoved({i}, value); }}")
     return out
 
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Configures and builds the benchmarks (build/bench: Release, Qt 6, without
 # tests and examples) and runs each of them, printing its output:
-# bench_storelist (reading and copying the example list) and bench_scale (every
+# bench_storelist (reading and copying the example list), bench_scale (every
 # read and write path on lists of N and 4N entries, then the memory a loaded
-# list holds). Exits non-zero when a step or a benchmark fails; every benchmark
+# list holds) and bench_csv (notepad CSV import and export at N and 4N rows). Exits non-zero when a step or a benchmark fails; every benchmark
 # runs either way.
 #
 #   bash tools/run-bench.sh [benchmark options...]
@@ -12,7 +12,7 @@
 #
 # Environment: MORVANE_BUILD_ROOT (default: build), MORVANE_JOBS (default: 2),
 # and for bench_scale MORVANE_BENCH_N (default: 25000; the large list has 4N
-# entries), MORVANE_BENCH_ITERATIONS (default: 3 for the reads and writes,
+# entries), MORVANE_BENCH_ITERATIONS (default: 1 for the reads and writes,
 # picked by Google Benchmark for the in-memory paths), MORVANE_BENCH_MEMORY (0
 # skips the memory measurement). For a quick run:
 #
@@ -21,7 +21,7 @@ set -uo pipefail
 # shellcheck source=tools/common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
-BENCHMARKS=(bench_storelist bench_scale)
+BENCHMARKS=(bench_storelist bench_scale bench_csv)
 
 morvane_ensure_deps || exit 1
 

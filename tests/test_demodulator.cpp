@@ -1,0 +1,209 @@
+// Tests of the demodulator settings built so far: FSK and ASK with their
+// details, VUHF, the tone spacing, and the decoder and channel lists.
+
+#include "recordtestsupport.h"
+
+#include <utility>
+
+using namespace Morvane;
+using namespace MorvaneTest;
+using ORBELIN::IncompleteDefinitionException;
+using ORBELIN::OutOfRangeException;
+
+namespace {
+
+constexpr quint32 TagModType = 0x78b606c6u;
+constexpr quint32 TagBaudrate = 0x3b2661f4u;
+constexpr quint32 TagShift = 0xdf70051au;
+constexpr quint32 TagFSKDetail = 0x80ee61e8u;
+constexpr quint32 TagValue = 0x817e129fu;
+constexpr quint32 TagTexts = 0x897f023fu;
+
+VUHF vuhf()
+{
+    VUHF v;
+    v.SetPrimaryModulation(QStringLiteral("FM"));
+    v.SetPrimaryModulationBandwidth(12500.0);
+    v.SetAFCenterFrequency(1700.5);
+    return v;
+}
+
+ToneSpacing toneSpacing()
+{
+    ToneSpacing t;
+    t.AppendValue(170.0);
+    t.AppendValue(425.25);
+    t.AppendValue(850.0);
+    return t;
+}
+
+FSK_SettingsDetail fskDetail()
+{
+    FSK_SettingsDetail d;
+    d.SetVariant(FSK_SettingsDetail::Variant_Matched_Filter);
+    d.SetBaudCapRange(5.0);
+    d.SetBaudTrackRange(1.5);
+    d.SetFrqOffTrack(50.0);
+    d.SetSideband(FSK_SettingsDetail::Sideband_Lower_LSB);
+    return d;
+}
+
+FSK_Settings fsk()
+{
+    FSK_Settings s;
+    s.SetModType(FSK_Settings::ModType_FSK4);
+    s.SetBaudrate(samples::baudrate());
+    s.SetDetail(fskDetail());
+    return s;
+}
+
+FSK_Settings fullFsk()
+{
+    FSK_Settings s = fsk();
+    s.AppendShift(samples::shift());
+    s.AppendShift(samples::valueRecord<Shift>(170.0));
+    FSK_SettingsDetail d = fskDetail();
+    d.SetVUHF(vuhf());
+    d.SetBlockCycle(2.0);
+    d.SetBlockLength(0.25);
+    d.SetToneSpacing(toneSpacing());
+    d.SetPrimaryModulation(QLatin1String(""));
+    d.SetSubCarrierFrequency(1500.0);
+    d.SetPrimaryModulationBandwidth(3000.0);
+    s.SetDetail(d);
+    return s;
+}
+
+ASK_Settings fullAsk()
+{
+    ASK_SettingsDetail d;
+    d.SetBaudCapRange(2.0);
+    d.SetBaudTrackRange(0.5);
+    d.SetFrqOffTrack(25.0);
+    d.SetVUHF(vuhf());
+    ASK_Settings s;
+    s.SetBaudrate(samples::valueRecord<Baudrate>(45.45));
+    s.SetDetail(d);
+    return s;
+}
+
+} // namespace
+
+TEST(FSKSettings, EnumerationsWalkTheirWholeTables)
+{
+    checkEnumeration({"FSK2", "FSK4", "MSK"}, &FSK_Settings::GetModTypes, &FSK_Settings::GetGUIModTypes,
+                     &FSK_Settings::ModTypeToName, &FSK_Settings::NameToModType, &FSK_Settings::IsValidModType);
+    using D = FSK_SettingsDetail;
+    checkEnumeration({"Upper (USB)", "Lower (LSB)"}, &D::GetSidebands, &D::GetGUISidebands, &D::SidebandToName,
+                     &D::NameToSideband, &D::IsValidSideband);
+    checkEnumeration({"Automatic", "Discriminator", "Matched Filter"}, &D::GetVariants, &D::GetGUIVariants,
+                     &D::VariantToName, &D::NameToVariant, &D::IsValidVariant);
+    EXPECT_EQ(int(D::Sideband_Upper_USB), 0);
+    EXPECT_EQ(int(D::Variant_Matched_Filter), 2);
+    EXPECT_EQ(FSK_Settings::GetId(), qint64(0x7220b0));
+    EXPECT_EQ(VUHF::GetId(), qint64(qint32(0xbd740064)));
+    EXPECT_EQ(ToneSpacing::GetId(), qint64(qint32(0xc894e311)));
+}
+
+TEST(FSKSettings, FullRecordsRoundTripInBothForms)
+{
+    roundTrip(fsk());
+    roundTrip(fullFsk());
+    roundTrip(fullAsk());
+    roundTrip(vuhf());
+    roundTrip(toneSpacing());
+}
+
+TEST(FSKSettings, MembersAreWrittenInTableOrder)
+{
+    const QByteArray body = bodyOf(fullFsk().GetBinaryRepresentationAsQByteArray());
+    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagModType, TagBaudrate, TagShift, TagFSKDetail}));
+    EXPECT_EQ(compactXml(fsk()),
+              QStringLiteral("<FSK_Settings><ModType>FSK4</ModType><Baudrate Min=\"-50.75\">1200.00</Baudrate>"
+                             "<Detail><Variant>Matched Filter</Variant><BaudCapRange>5.00</BaudCapRange>"
+                             "<BaudTrackRange>1.50</BaudTrackRange><FrqOffTrack>50.00</FrqOffTrack>"
+                             "<Sideband>Lower (LSB)</Sideband></Detail></FSK_Settings>"));
+}
+
+TEST(FSKSettings, UnknownEnumNamesAreRefusedWithValidationOnAndStoredInvalidWithItOff)
+{
+    const QString document = compactXml(fsk()).replace(QStringLiteral("FSK4"), QStringLiteral("FSK8"));
+    const FSK_Settings read =
+        readUnknownEnumName(document, QStringLiteral("enum is not valid (classname=FSK_Settings,membername=m_modType)"),
+                            &FSK_Settings::IsModTypeSet, &FSK_Settings::GetModType);
+    EXPECT_EQ(read.GetBaudrate(), samples::baudrate());
+}
+
+TEST(FSKSettings, CheckNamesTheMandatoryMembers)
+{
+    expectCheckNamesSpoiled<FSK_SettingsDetail>(fskDetail(), "Detail", {
+        {"Variant", [](FSK_SettingsDetail &d) { d.ResetVariant(); }},
+        {"BaudCapRange", [](FSK_SettingsDetail &d) { d.ResetBaudCapRange(); }},
+        {"FrqOffTrack", [](FSK_SettingsDetail &d) { d.ResetFrqOffTrack(); }},
+        {"Sideband", [](FSK_SettingsDetail &d) { d.SetSideband(FSK_SettingsDetail::Sideband(2)); }},
+        {"PrimaryModulation", [](FSK_SettingsDetail &d) { d.SetPrimaryModulation(QString()); }},
+    });
+    FSK_Settings withoutDetail = fsk();
+    withoutDetail.ResetDetail();
+    EXPECT_THROW_MESSAGE(withoutDetail.GetXmlString(), IncompleteDefinitionException,
+                         "Parameters for Detail are not set properly in 'FSK_Settings'.");
+}
+
+TEST(FSKSettings, AnIncompleteShiftIsNotAppended)
+{
+    FSK_Settings s = fsk();
+    Shift onlyMax;
+    onlyMax.SetMax(100.0);
+    EXPECT_THROW_MESSAGE(s.AppendShift(onlyMax), IncompleteDefinitionException,
+                         "FSK_Settings: Tried to append not completely defined or invalid item Shift.");
+    EXPECT_TRUE(std::as_const(s).GetShift().isEmpty());
+}
+
+TEST(ToneSpacing, ValuesTravelAsTextsWithTwoDecimals)
+{
+    const ToneSpacing t = toneSpacing();
+    EXPECT_EQ(compactXml(t), QStringLiteral("<ToneSpacing><Value>170.00</Value><Value>425.25</Value>"
+                                            "<Value>850.00</Value></ToneSpacing>"));
+    const QByteArray value = valueOf(bodyOf(t.GetBinaryRepresentationAsQByteArray()), TagValue);
+    EXPECT_EQ(value, be32(3) + utf8Value(QStringLiteral("170.00")) + utf8Value(QStringLiteral("425.25"))
+                         + utf8Value(QStringLiteral("850.00")));
+    ToneSpacing empty;
+    empty.GetValue();
+    EXPECT_TRUE(empty.HasData());
+    EXPECT_EQ(valueOf(bodyOf(empty.GetBinaryRepresentationAsQByteArray()), TagValue), be32(0));
+}
+
+TEST(DecoderLists, TextsRoundTripAndNullTextsAreRefusedByCheck)
+{
+    Decoder decoder;
+    decoder.AppendValue(QStringLiteral("ASCII"));
+    decoder.AppendValue(QLatin1String(""));
+    decoder.AppendValue(QString::fromUtf8("Kyrillisch \xd0\x96"));
+    roundTrip(decoder);
+    EXPECT_EQ(tagsOf(bodyOf(decoder.GetBinaryRepresentationAsQByteArray())), QVector<quint32>{TagTexts});
+
+    ChannelSelection channels;
+    channels.AppendValue(QStringLiteral("1"));
+    channels.AppendValue(QStringLiteral("2"));
+    roundTrip(channels);
+    EXPECT_EQ(compactXml(channels),
+              QStringLiteral("<ChannelSelection><Value>1</Value><Value>2</Value></ChannelSelection>"));
+
+    Decoder spoiled;
+    spoiled.SetValidate(false);
+    spoiled.AppendValue(QString());
+    EXPECT_THROW_MESSAGE(spoiled.Check(), OutOfRangeException, "Decoder: Please set Value properly.");
+}
+
+TEST(ASKSettings, DetailIsOptionalAndBaudrateMandatory)
+{
+    ASK_Settings s;
+    s.SetBaudrate(samples::valueRecord<Baudrate>(50.0));
+    EXPECT_TRUE(s.HasData());
+    EXPECT_EQ(compactXml(s), QStringLiteral("<ASK_Settings><Baudrate>50.00</Baudrate></ASK_Settings>"));
+    ASK_Settings none;
+    none.SetDetail(fullAsk().GetDetail());
+    EXPECT_FALSE(none.HasData());
+    EXPECT_THROW_MESSAGE(none.Check(), IncompleteDefinitionException,
+                         "Parameters for Baudrate are not set properly in 'ASK_Settings'.");
+}

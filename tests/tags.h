@@ -84,6 +84,23 @@ constexpr quint32 TagElevationMax = 0x02c650efu;
 constexpr quint32 TagGenericShape = 0x9e874813u;
 constexpr quint32 TagShape = 0xb92679c3u;
 
+// DetectionResultList, DetectionResult and FrequencyStoreListHelper
+constexpr quint32 TagResults = 0x98e379cau;
+constexpr quint32 TagResultBandwidth = 0xbeeba168u;
+constexpr quint32 TagConfidence = 0xd6ae17ceu;
+constexpr quint32 TagLongitude = 0x9a94af47u;
+constexpr quint32 TagListType = 0xecacf790u;
+constexpr quint32 TagHelperList = 0x9eb1cdf4u;
+constexpr quint32 TagHelperResults = 0xd9de87e6u;
+
+// FSK_Settings, ToneSpacing, Decoder and ChannelSelection (ToneSpacing's
+// Value has the tag of the value records' Value)
+constexpr quint32 TagModType = 0x78b606c6u;
+constexpr quint32 TagBaudrate = 0x3b2661f4u;
+constexpr quint32 TagShift = 0xdf70051au;
+constexpr quint32 TagFSKDetail = 0x80ee61e8u;
+constexpr quint32 TagTexts = 0x897f023fu;
+
 } // namespace MorvaneTest
 
 #endif

@@ -2,6 +2,7 @@
 // details, VUHF, the tone spacing, and the decoder and channel lists.
 
 #include "recordtestsupport.h"
+#include "tags.h"
 
 #include <utility>
 
@@ -11,13 +12,6 @@ using ORBELIN::IncompleteDefinitionException;
 using ORBELIN::OutOfRangeException;
 
 namespace {
-
-constexpr quint32 TagModType = 0x78b606c6u;
-constexpr quint32 TagBaudrate = 0x3b2661f4u;
-constexpr quint32 TagShift = 0xdf70051au;
-constexpr quint32 TagFSKDetail = 0x80ee61e8u;
-constexpr quint32 TagValue = 0x817e129fu;
-constexpr quint32 TagTexts = 0x897f023fu;
 
 VUHF vuhf()
 {

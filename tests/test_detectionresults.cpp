@@ -13,14 +13,6 @@ using ORBELIN::OutOfRangeException;
 
 namespace {
 
-constexpr quint32 TagResults = 0x98e379cau;
-constexpr quint32 TagResultBandwidth = 0xbeeba168u;
-constexpr quint32 TagConfidence = 0xd6ae17ceu;
-constexpr quint32 TagLongitude = 0x9a94af47u;
-constexpr quint32 TagListType = 0xecacf790u;
-constexpr quint32 TagHelperList = 0x9eb1cdf4u;
-constexpr quint32 TagHelperResults = 0xd9de87e6u;
-
 DetectionResult minimalResult(const QString &id = QStringLiteral("det-1"))
 {
     DetectionResult r;

@@ -1,5 +1,6 @@
-// Tests of the demodulator settings built so far: FSK and ASK with their
-// details, VUHF, the tone spacing, and the decoder and channel lists.
+// Tests of the demodulator settings built so far: FSK, ASK, PSK, MPSK and MFSK
+// with their details, VUHF, the tone and channel spacings, and the decoder and
+// channel lists.
 
 #include "recordtestsupport.h"
 #include "tags.h"
@@ -200,4 +201,132 @@ TEST(ASKSettings, DetailIsOptionalAndBaudrateMandatory)
     EXPECT_FALSE(none.HasData());
     EXPECT_THROW_MESSAGE(none.Check(), IncompleteDefinitionException,
                          "Parameters for Baudrate are not set properly in 'ASK_Settings'.");
+}
+
+// --- PSK, MPSK and MFSK ------------------------------------------------------------------------
+
+namespace {
+
+ChannelSpacing channelSpacing()
+{
+    ChannelSpacing c;
+    c.SetVisual(QStringLiteral("equidistant"));
+    c.SetSamedistance(true);
+    c.AppendValue(125.0);
+    c.AppendValue(250.5);
+    return c;
+}
+
+PSK_Settings fullPsk()
+{
+    PSK_SettingsDetail d;
+    d.SetVUHF(vuhf());
+    d.SetBaudCapRange(1.0);
+    d.SetBaudTrackRange(0.25);
+    d.SetEqualizerMode(false);
+    d.SetFFE_FilterOrder(16.0);
+    d.SetFFE_ConvergenceFactor(0.05);
+    d.SetFrqOffTrack(10.0);
+    d.SetSideband(PSK_SettingsDetail::Sideband_Upper_USB);
+    PSK_Settings s;
+    s.SetModType(PSK_Settings::ModType_PSK8B);
+    s.SetBaudrate(samples::valueRecord<Baudrate>(2400.0));
+    s.SetDetail(d);
+    return s;
+}
+
+// The members the multi-channel details have in common.
+template <class Detail>
+Detail multiChannelDetail(double capRange, double trackRange, double offTrack, typename Detail::Sideband sideband)
+{
+    Detail d;
+    d.SetBaudCapRange(capRange);
+    d.SetBaudTrackRange(trackRange);
+    d.SetFrqOffTrack(offTrack);
+    d.SetChannelSpacing(channelSpacing());
+    d.SetSideband(sideband);
+    return d;
+}
+
+MPSK_Settings fullMpsk()
+{
+    MPSK_Settings s;
+    s.SetModType(MPSK_Settings::ModType_McPSK4);
+    s.SetBaudrate(samples::valueRecord<Baudrate>(75.0));
+    s.SetDetail(multiChannelDetail<MPSK_SettingsDetail>(1.0, 0.5, 5.0, MPSK_SettingsDetail::Sideband_Lower_LSB));
+    return s;
+}
+
+MFSK_Settings fullMfsk()
+{
+    MFSK_SettingsDetail d =
+        multiChannelDetail<MFSK_SettingsDetail>(3.0, 1.0, 20.0, MFSK_SettingsDetail::Sideband_Upper_USB);
+    d.SetVariant(MFSK_SettingsDetail::Variant_Discriminator);
+    MFSK_Settings s;
+    s.SetModType(MFSK_Settings::ModType_McFSK2);
+    s.SetBaudrate(samples::valueRecord<Baudrate>(10.0));
+    s.SetShift(samples::shift());
+    s.SetDetail(d);
+    return s;
+}
+
+} // namespace
+
+TEST(PSKSettings, EnumerationsWalkTheirWholeTables)
+{
+    checkEnumeration({"PSK2A", "PSK2B", "PSK4A", "PSK4B", "PSK8A", "PSK8B"}, &PSK_Settings::GetModTypes,
+                     &PSK_Settings::GetGUIModTypes, &PSK_Settings::ModTypeToName, &PSK_Settings::NameToModType,
+                     &PSK_Settings::IsValidModType);
+    checkEnumeration({"McPSK2", "McPSK4"}, &MPSK_Settings::GetModTypes, &MPSK_Settings::GetGUIModTypes,
+                     &MPSK_Settings::ModTypeToName, &MPSK_Settings::NameToModType, &MPSK_Settings::IsValidModType);
+    checkEnumeration({"McFSK2"}, &MFSK_Settings::GetModTypes, &MFSK_Settings::GetGUIModTypes,
+                     &MFSK_Settings::ModTypeToName, &MFSK_Settings::NameToModType, &MFSK_Settings::IsValidModType);
+    using M = MFSK_SettingsDetail;
+    checkEnumeration({"Automatic", "Discriminator", "Matched Filter"}, &M::GetVariants, &M::GetGUIVariants,
+                     &M::VariantToName, &M::NameToVariant, &M::IsValidVariant);
+    checkEnumeration({"Upper (USB)", "Lower (LSB)"}, &PSK_SettingsDetail::GetSidebands,
+                     &PSK_SettingsDetail::GetGUISidebands, &PSK_SettingsDetail::SidebandToName,
+                     &PSK_SettingsDetail::NameToSideband, &PSK_SettingsDetail::IsValidSideband);
+    EXPECT_EQ(PSK_SettingsDetail::GetId(), qint64(qint32(0xa9bb551c)));
+    EXPECT_EQ(MPSK_Settings::GetId(), qint64(qint32(0x8e134104)));
+    EXPECT_EQ(ChannelSpacing::GetId(), qint64(qint32(0x8ea4f92f)));
+}
+
+TEST(PSKSettings, FullRecordsRoundTripInBothForms)
+{
+    roundTrip(fullPsk());
+    roundTrip(fullMpsk());
+    roundTrip(fullMfsk());
+    roundTrip(channelSpacing());
+}
+
+TEST(PSKSettings, BooleansTravelRawInBinaryAndRefuseAnEmptyElement)
+{
+    const QByteArray body = bodyOf(channelSpacing().GetBinaryRepresentationAsQByteArray());
+    EXPECT_EQ(valueOf(body, 0xab24ee7fu), QByteArray(1, '\x01'));
+    ChannelSpacing read;
+    read.SetValidate(false);
+    EXPECT_THROW_MESSAGE(read.SetXmlString(QStringLiteral("<ChannelSpacing><Samedistance/></ChannelSpacing>"), true),
+                         ORBELIN::InvalidXmlException,
+                         "Please set a value or a default for the boolean 'Samedistance' in 'ChannelSpacing'.");
+    PSK_SettingsDetail detail;
+    EXPECT_THROW_MESSAGE(detail.SetXmlString(QStringLiteral("<Detail><EqualizerMode></EqualizerMode></Detail>"), true),
+                         ORBELIN::InvalidXmlException,
+                         "Please set a value or a default for the boolean 'EqualizerMode' in 'Detail'.");
+    ASSERT_TRUE(detail.SetXmlString(QStringLiteral("<Detail><EqualizerMode>FALSE</EqualizerMode></Detail>"), true));
+    EXPECT_FALSE(detail.GetEqualizerMode());
+    ASSERT_TRUE(detail.SetXmlString(QStringLiteral("<Detail><EqualizerMode>yes</EqualizerMode></Detail>"), true));
+    EXPECT_TRUE(detail.GetEqualizerMode());
+}
+
+TEST(PSKSettings, TheChannelSpacingOfAMultiChannelDetailIsMandatory)
+{
+    MPSK_SettingsDetail d = fullMpsk().GetDetail();
+    d.ResetChannelSpacing();
+    EXPECT_THROW_MESSAGE(d.Check(), IncompleteDefinitionException,
+                         "Parameters for ChannelSpacing are not set properly in 'Detail'.");
+    MFSK_Settings s = fullMfsk();
+    s.ResetShift();
+    EXPECT_THROW_MESSAGE(s.GetXmlString(), IncompleteDefinitionException,
+                         "Parameters for Shift are not set properly in 'MFSK_Settings'.");
 }

@@ -330,3 +330,119 @@ TEST(PSKSettings, TheChannelSpacingOfAMultiChannelDetailIsMandatory)
     EXPECT_THROW_MESSAGE(s.GetXmlString(), IncompleteDefinitionException,
                          "Parameters for Shift are not set properly in 'MFSK_Settings'.");
 }
+
+// --- narrow protocols ----------------------------------------------------------------------------
+
+namespace {
+
+FAX_Settings fullFax()
+{
+    FAX_SettingsDetail d;
+    d.SetDrumSpeed(FAX_SettingsDetail::DrumSpeed_120);
+    d.SetIOC(FAX_SettingsDetail::IOC_576);
+    d.SetShift(samples::shift());
+    FAX_Settings s;
+    s.SetModType(FAX_Settings::ModType_Press_Fax);
+    s.SetDetail(d);
+    return s;
+}
+
+MT_Settings fullMt()
+{
+    MT_SettingsDetail d;
+    d.SetVUHF(vuhf());
+    d.SetToneCapRange(4.0);
+    d.SetToneTrackRange(2.0);
+    d.SetToneDuration(0.05);
+    d.SetFrqOffTrack(15.0);
+    d.SetToneSpacing(toneSpacing());
+    d.SetSideband(MT_SettingsDetail::Sideband_Upper_USB);
+    MT_Settings s;
+    s.SetDetail(d);
+    return s;
+}
+
+F7W_Settings fullF7w()
+{
+    F7W_SettingsDetail d;
+    d.SetToneSpacing(toneSpacing());
+    F7W_Settings s;
+    s.SetBaudrate_A(100.0);
+    s.SetBaudrate_B(200.0);
+    s.SetBitStream_Selection(F7W_Settings::BitStream_Selection_Auto);
+    s.SetDetail(d);
+    return s;
+}
+
+} // namespace
+
+TEST(NarrowProtocols, EnumerationsWalkTheirWholeTables)
+{
+    checkEnumeration({"POCSAG", "Flex"}, &POCSAG_Settings::GetModTypes, &POCSAG_Settings::GetGUIModTypes,
+                     &POCSAG_Settings::ModTypeToName, &POCSAG_Settings::NameToModType,
+                     &POCSAG_Settings::IsValidModType);
+    checkEnumeration({"FM Fax", "AM Fax", "Press Fax"}, &FAX_Settings::GetModTypes, &FAX_Settings::GetGUIModTypes,
+                     &FAX_Settings::ModTypeToName, &FAX_Settings::NameToModType, &FAX_Settings::IsValidModType);
+    using D = FAX_SettingsDetail;
+    checkEnumeration({"60", "90", "120", "180", "240"}, &D::GetDrumSpeeds, &D::GetGUIDrumSpeeds, &D::DrumSpeedToName,
+                     &D::NameToDrumSpeed, &D::IsValidDrumSpeed);
+    checkEnumeration({"288", "352", "576"}, &D::GetIOCs, &D::GetGUIIOCs, &D::IOCToName, &D::NameToIOC,
+                     &D::IsValidIOC);
+    checkEnumeration({"Upper (USB)", "Lower (LSB)"}, &MT_SettingsDetail::GetSidebands,
+                     &MT_SettingsDetail::GetGUISidebands, &MT_SettingsDetail::SidebandToName,
+                     &MT_SettingsDetail::NameToSideband, &MT_SettingsDetail::IsValidSideband);
+    checkEnumeration({"A", "B", "Auto"}, &F7W_Settings::GetBitStream_Selections,
+                     &F7W_Settings::GetGUIBitStream_Selections, &F7W_Settings::BitStream_SelectionToName,
+                     &F7W_Settings::NameToBitStream_Selection, &F7W_Settings::IsValidBitStream_Selection);
+    EXPECT_EQ(MPT_Settings::GetId(), qint64(qint32(0x9b629b10)));
+    EXPECT_EQ(F7W_SettingsDetail::GetId(), qint64(qint32(0xe82f50b4)));
+}
+
+TEST(NarrowProtocols, FullRecordsRoundTripInBothForms)
+{
+    Morse_Settings morse;
+    morse.SetSpeed(22.5);
+    morse.SetAutoMode(true);
+    roundTrip(morse);
+    MPT_Settings mpt;
+    mpt.SetControlChannelID(2147483647u);
+    mpt.SetChannelSpace(12500.0);
+    roundTrip(mpt);
+    POCSAG_Settings pocsag;
+    pocsag.SetModType(POCSAG_Settings::ModType_Flex);
+    pocsag.SetBaudrate(samples::valueRecord<Baudrate>(1600.0));
+    roundTrip(pocsag);
+    roundTrip(fullFax());
+    roundTrip(fullMt());
+    roundTrip(fullF7w());
+}
+
+TEST(NarrowProtocols, AnUnsignedChannelIdTravelsAsA64BitIntegerAndReadsAsAnIntText)
+{
+    MPT_Settings mpt;
+    mpt.SetControlChannelID(4000000000u);
+    mpt.SetChannelSpace(12.5);
+    const QByteArray value = valueOf(bodyOf(mpt.GetBinaryRepresentationAsQByteArray()), 0xe73527a9u);
+    EXPECT_EQ(value, be32(0) + be32(4000000000u));
+    EXPECT_TRUE(compactXml(mpt).contains(QStringLiteral("<ControlChannelID>4000000000</ControlChannelID>")));
+    // The text is read as an int: beyond the int range it reads as 0.
+    MPT_Settings read;
+    ASSERT_TRUE(read.SetXmlString(compactXml(mpt), true));
+    EXPECT_EQ(read.GetControlChannelID(), 0u);
+}
+
+TEST(NarrowProtocols, MandatoryChildrenOfTheDetailsAreTested)
+{
+    FAX_SettingsDetail fax = fullFax().GetDetail();
+    fax.ResetShift();
+    EXPECT_THROW_MESSAGE(fax.Check(), IncompleteDefinitionException,
+                         "Parameters for Shift are not set properly in 'Detail'.");
+    MT_Settings empty;
+    empty.GetDetail();
+    EXPECT_THROW_MESSAGE(empty.Check(), OutOfRangeException, "Detail: Please set ToneCapRange properly.");
+    F7W_SettingsDetail f7w;
+    f7w.SetValidate(false);
+    EXPECT_FALSE(f7w.HasData());
+    f7w.SetToneSpacing(toneSpacing());
+    EXPECT_TRUE(f7w.HasData());
+}

@@ -446,3 +446,118 @@ TEST(NarrowProtocols, MandatoryChildrenOfTheDetailsAreTested)
     f7w.SetToneSpacing(toneSpacing());
     EXPECT_TRUE(f7w.HasData());
 }
+
+// --- standard waveforms ------------------------------------------------------------------------
+
+namespace {
+
+MILSTD_Settings milstd(MILSTD_Settings::ModType modType)
+{
+    MILSTD_Settings m;
+    m.SetModType(modType);
+    m.SetDataFormat(QStringLiteral("8N1"));
+    m.SetDiversity(QStringLiteral("none"));
+    m.SetInterleaverLength(QStringLiteral("long"));
+    m.SetSpeedLevel(QStringLiteral("3"));
+    return m;
+}
+
+} // namespace
+
+TEST(StandardWaveforms, EnumerationsWalkTheirWholeTables)
+{
+    using P = PACCLO_Settings;
+    checkEnumeration({"Pactor II", "Pactor III", "Clover 2", "Clover 2000"}, &P::GetModTypes, &P::GetGUIModTypes,
+                     &P::ModTypeToName, &P::NameToModType, &P::IsValidModType);
+    checkEnumeration({"Pactor", "Clover"}, &P::GetModes, &P::GetGUIModes, &P::ModeToName, &P::NameToMode,
+                     &P::IsValidMode);
+    checkEnumeration({"Automatic", "Level 1", "Level 2", "Level 3", "Level 4", "Level 5", "Level 6"}, &P::GetSpeeds,
+                     &P::GetGUISpeeds, &P::SpeedToName, &P::NameToSpeed, &P::IsValidSpeed);
+    checkEnumeration({"Stanag 4285", "Stanag 4529"}, &STANAG_Settings::GetModTypes, &STANAG_Settings::GetGUIModTypes,
+                     &STANAG_Settings::ModTypeToName, &STANAG_Settings::NameToModType,
+                     &STANAG_Settings::IsValidModType);
+    checkEnumeration({"188-110A", "188-110A App. B", "188-110B App. C", "188-141B App. C"},
+                     &MILSTD_Settings::GetModTypes, &MILSTD_Settings::GetGUIModTypes, &MILSTD_Settings::ModTypeToName,
+                     &MILSTD_Settings::NameToModType, &MILSTD_Settings::IsValidModType);
+    using G = General_Settings;
+    checkEnumeration({"Hellschreiber", "Packet Radio", "SSTV", "Selective Call", "DTMF", "ACARS", "ACARS_HF", "ATIS",
+                      "FMS-BOS", "ZVEI-VDEW", "WEFAX", "AIS", "ICAO_SELCAL", "HC_ARQ", "Mil-Std 188-110A",
+                      "Mil-Std 188-141B (Appendix C)", "Mil-Std 188-110B (Appendix C)", "STANAG", "PSK31", "FLEX",
+                      "GMDSS", "None"},
+                     &G::GetModes, &G::GetGUIModes, &G::ModeToName, &G::NameToMode, &G::IsValidMode);
+    checkEnumeration({
+        "AM", "FM", "300", "1200", "9600", "AUTO", "M1_3", "M2_4", "MHQ1YUV", "MHQ2YUV", "S1_3", "S2_4", "SDX",
+        "SDX2", "R8BW", "R12BW", "R24BW", "R36BW", "R43BW", "R12YUV", "R24YUV", "R36YUV", "R72YUV",
+        "SC1_8_16IBW", "SC1_16_32BW", "SC1_24BW", "SC1_24_48l", "SC1_48_96", "SC2_30_60", "SC2_120", "SC2_180",
+        "SM1", "SM2", "SMDX", "AVT24", "AVT24N", "AVT24Q", "AVT24NQ", "AVT90", "AVT90N", "AVT90Q", "AVT90NQ",
+        "AVT94N", "AVT94Q", "AVT94NQ", "AVT125BW", "AVT125N", "AVT125Q", "AVT125NQ", "AVT188", "AVT188N",
+        "AVT188Q", "AVT188NQ", "P", "P3", "P5", "P7", "PD50YUV", "PD65YUV", "PD90YUV", "PD120YUV", "PD160YUV",
+        "PD180YUV", "PD240YUV", "PD290YUV", "J120", "GVA125BW", "GVA125", "GVA250", "VF480BW", "VFC", "MS1",
+        "MS2", "ZVEI-1", "ZVEI-2", "CCIR-1", "CCIR-2", "VDEW", "CCITT", "EEA", "EIA", "EURO", "NATEL", "600",
+        "BPSK", "QPSK"},
+                     &G::GetModTypes, &G::GetGUIModTypes, &G::ModTypeToName, &G::NameToModType, &G::IsValidModType);
+    EXPECT_EQ(int(G::ModType_ZVEI_1), 73);
+    EXPECT_EQ(int(G::Mode_Mil_Std_188_141B_Appendix_C), 15);
+    EXPECT_EQ(int(MILSTD_Settings::ModType_188_110A_App_B), 1);
+    EXPECT_EQ(TransmissionSystem::GetId(), qint64(0x0e056f98));
+}
+
+TEST(StandardWaveforms, FullRecordsRoundTripInBothForms)
+{
+    PACCLO_Settings pacclo;
+    pacclo.SetMode(PACCLO_Settings::Mode_Clover);
+    pacclo.SetModType(PACCLO_Settings::ModType_Clover_2000);
+    pacclo.SetSpeed(PACCLO_Settings::Speed_Level_6);
+    roundTrip(pacclo);
+    STANAG_Settings stanag;
+    stanag.SetModType(STANAG_Settings::ModType_Stanag_4529);
+    stanag.SetDataRate(QStringLiteral("2400"));
+    stanag.SetInterleaverMode(QLatin1String(""));
+    roundTrip(stanag);
+    roundTrip(milstd(MILSTD_Settings::ModType_188_141B_App_C));
+    General_Settings general;
+    general.SetMode(General_Settings::Mode_ACARS_HF);
+    general.SetModType(General_Settings::ModType_QPSK);
+    roundTrip(general);
+    TransmissionSystemDetail detail;
+    detail.SetParameters(QStringLiteral("k=7"));
+    TransmissionSystem system;
+    system.SetMode(QStringLiteral("DRM"));
+    system.SetUseMode(true);
+    system.SetModType(QStringLiteral("OFDM"));
+    system.SetBaudrate(samples::baudrate());
+    system.AppendShift(samples::shift());
+    system.SetDetail(detail);
+    roundTrip(system);
+}
+
+TEST(StandardWaveforms, ModeAndModTypeOfGeneralSettingsAreIndependent)
+{
+    // Any Mode goes with any ModType, and ModType may stay unset.
+    General_Settings general;
+    general.SetMode(General_Settings::Mode_DTMF);
+    EXPECT_NO_THROW(general.Check());
+    general.SetModType(General_Settings::ModType_AVT188NQ);
+    EXPECT_NO_THROW(general.Check());
+    EXPECT_EQ(compactXml(general),
+              QStringLiteral("<General_Settings><Mode>DTMF</Mode><ModType>AVT188NQ</ModType></General_Settings>"));
+    general.SetValidate(false);
+    general.SetModType(General_Settings::ModType(86));
+    EXPECT_THROW_MESSAGE(general.Check(), OutOfRangeException, "General_Settings: Please set ModType properly.");
+    EXPECT_THROW_MESSAGE(General_Settings().SetModType(General_Settings::ModType(86)), OutOfRangeException,
+                         "enum is not valid (classname=General_Settings,membername=m_modType)");
+}
+
+TEST(StandardWaveforms, TheMandatoryTextsAreNamedByCheck)
+{
+    expectCheckNamesSpoiled<MILSTD_Settings>(milstd(MILSTD_Settings::ModType_188_110A), "MILSTD_Settings", {
+        {"DataFormat", [](MILSTD_Settings &m) { m.SetDataFormat(QString()); }},
+        {"Diversity", [](MILSTD_Settings &m) { m.ResetDiversity(); }},
+        {"InterleaverLength", [](MILSTD_Settings &m) { m.SetInterleaverLength(QString()); }},
+        {"SpeedLevel", [](MILSTD_Settings &m) { m.ResetSpeedLevel(); }},
+    });
+    TransmissionSystem system;
+    system.SetDetail(TransmissionSystemDetail());
+    system.SetValidate(false);
+    EXPECT_THROW_MESSAGE(system.Check(), OutOfRangeException, "TransmissionSystem: Please set Mode properly.");
+}

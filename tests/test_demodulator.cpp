@@ -5,7 +5,9 @@
 #include "recordtestsupport.h"
 #include "tags.h"
 
+#include <functional>
 #include <utility>
+#include <vector>
 
 using namespace Morvane;
 using namespace MorvaneTest;
@@ -560,4 +562,182 @@ TEST(StandardWaveforms, TheMandatoryTextsAreNamedByCheck)
     system.SetDetail(TransmissionSystemDetail());
     system.SetValidate(false);
     EXPECT_THROW_MESSAGE(system.Check(), OutOfRangeException, "TransmissionSystem: Please set Mode properly.");
+}
+
+// --- the choice record -----------------------------------------------------------------------------
+
+namespace {
+
+using Choice = Demodulator_Settings::ChoiceDemodulator_Settings;
+
+Demodulator_Settings demodulator()
+{
+    Demodulator_Settings d;
+    d.SetMode(Demodulator_Settings::Mode_Unknown);
+    d.SetFrequencyOffset(-120.5);
+    return d;
+}
+
+// Selects each branch in turn with a complete record, in the order of the
+// choice's names.
+const std::vector<std::function<void(Demodulator_Settings &)>> &branches()
+{
+    static const std::vector<std::function<void(Demodulator_Settings &)>> setters = {
+        [](Demodulator_Settings &d) { d.SetASK_Settings(fullAsk()); },
+        [](Demodulator_Settings &d) { d.SetFSK_Settings(fullFsk()); },
+        [](Demodulator_Settings &d) { d.SetPSK_Settings(fullPsk()); },
+        [](Demodulator_Settings &d) {
+            Morse_Settings m;
+            m.SetSpeed(18.0);
+            d.SetMorse_Settings(m);
+        },
+        [](Demodulator_Settings &d) { d.SetMPSK_Settings(fullMpsk()); },
+        [](Demodulator_Settings &d) { d.SetMFSK_Settings(fullMfsk()); },
+        [](Demodulator_Settings &d) {
+            MPT_Settings m;
+            m.SetControlChannelID(7u);
+            m.SetChannelSpace(12.5);
+            d.SetMPT_Settings(m);
+        },
+        [](Demodulator_Settings &d) {
+            POCSAG_Settings p;
+            p.SetModType(POCSAG_Settings::ModType_POCSAG);
+            p.SetBaudrate(samples::valueRecord<Baudrate>(512.0));
+            d.SetPOCSAG_Settings(p);
+        },
+        [](Demodulator_Settings &d) { d.SetFAX_Settings(fullFax()); },
+        [](Demodulator_Settings &d) { d.SetMT_Settings(fullMt()); },
+        [](Demodulator_Settings &d) {
+            PACCLO_Settings p;
+            p.SetMode(PACCLO_Settings::Mode_Pactor);
+            p.SetModType(PACCLO_Settings::ModType_Pactor_III);
+            p.SetSpeed(PACCLO_Settings::Speed_Automatic);
+            d.SetPACCLO_Settings(p);
+        },
+        [](Demodulator_Settings &d) { d.SetF7W_Settings(fullF7w()); },
+        [](Demodulator_Settings &d) {
+            General_Settings g;
+            g.SetMode(General_Settings::Mode_AIS);
+            d.SetGeneral_Settings(g);
+        },
+        [](Demodulator_Settings &d) {
+            TransmissionSystem t;
+            t.SetMode(QStringLiteral("DRM"));
+            d.SetTransmissionSystem(t);
+        },
+        [](Demodulator_Settings &d) {
+            STANAG_Settings s;
+            s.SetModType(STANAG_Settings::ModType_Stanag_4285);
+            s.SetDataRate(QStringLiteral("600"));
+            s.SetInterleaverMode(QStringLiteral("long"));
+            d.SetSTANAG_Settings(s);
+        },
+        [](Demodulator_Settings &d) { d.SetMILSTD_Settings(milstd(MILSTD_Settings::ModType_188_110A_App_B)); },
+    };
+    return setters;
+}
+
+} // namespace
+
+TEST(DemodulatorSettings, ModeAndChoiceNames)
+{
+    using D = Demodulator_Settings;
+    checkEnumeration({"NONE", "ASK", "FSK", "PSK", "Morse", "MPSK", "MFSK", "POCSAG", "FAX", "MT", "PACCLO", "F7W",
+                      "MPT", "General", "TransmissionSystem", "STANAG", "MILSTD", "Unknown"},
+                     &D::GetModes, &D::GetGUIModes, &D::ModeToName, &D::NameToMode, &D::IsValidMode);
+    const QStringList choices = {"ASK_Settings", "FSK_Settings", "PSK_Settings", "Morse_Settings", "MPSK_Settings",
+                                 "MFSK_Settings", "MPT_Settings", "POCSAG_Settings", "FAX_Settings", "MT_Settings",
+                                 "PACCLO_Settings", "F7W_Settings", "General_Settings", "TransmissionSystem",
+                                 "STANAG_Settings", "MILSTD_Settings"};
+    EXPECT_EQ(D::GetChoiceDemodulator_Settingss(), choices);
+    EXPECT_EQ(D::GetGUIChoiceDemodulator_Settingss(), choices);
+    D d;
+    for (int i = 0; i < choices.size(); ++i) {
+        EXPECT_EQ(d.ChoiceDemodulator_SettingsToName(Choice(i)), choices.at(i));
+        EXPECT_EQ(int(d.NameToChoiceDemodulator_Settings(choices.at(i))), i);
+    }
+    EXPECT_TRUE(d.ChoiceDemodulator_SettingsToName(Choice(-1)).isNull());
+    EXPECT_EQ(int(d.NameToChoiceDemodulator_Settings(QStringLiteral("FSK"))), -1);
+    EXPECT_EQ(D::GetId(), qint64(qint32(0x909127d8)));
+}
+
+TEST(DemodulatorSettings, EachBranchInTurnRoundTripsInBothForms)
+{
+    const QStringList names = Demodulator_Settings::GetChoiceDemodulator_Settingss();
+    for (int i = 0; i < int(branches().size()); ++i) {
+        Demodulator_Settings d = demodulator();
+        branches().at(i)(d);
+        EXPECT_EQ(int(d.GetChoiceDemodulator_Settings()), i);
+        roundTrip(d);
+        const QString xml = compactXml(d);
+        for (int other = 0; other < names.size(); ++other) {
+            EXPECT_EQ(xml.contains(QStringLiteral("<%1").arg(names.at(other))), other == i)
+                << names.at(i).toStdString() << " / " << names.at(other).toStdString();
+        }
+    }
+}
+
+TEST(DemodulatorSettings, TwoBranchesSetWriteOnlyTheLast)
+{
+    Demodulator_Settings d = demodulator();
+    d.SetFSK_Settings(fullFsk());
+    d.SetASK_Settings(fullAsk());
+    EXPECT_TRUE(d.IsFSK_SettingsSet());
+    EXPECT_EQ(d.GetChoiceDemodulator_Settings(), Demodulator_Settings::ChoiceDemodulator_Settings_ASK_Settings);
+    const QString xml = compactXml(d);
+    EXPECT_TRUE(xml.contains(QStringLiteral("<ASK_Settings>")));
+    EXPECT_FALSE(xml.contains(QStringLiteral("<FSK_Settings>")));
+    const QByteArray body = bodyOf(d.GetBinaryRepresentationAsQByteArray());
+    EXPECT_TRUE(hasTag(body, 0xf71d59b8u));
+    EXPECT_FALSE(hasTag(body, 0xbcf3b108u));
+}
+
+TEST(DemodulatorSettings, AnInvalidChoiceChecksNoBranchAndWritesNone)
+{
+    Demodulator_Settings d = demodulator();
+    Morse_Settings incomplete;
+    incomplete.SetAutoMode(true);
+    d.SetMorse_Settings(incomplete);
+    EXPECT_THROW_MESSAGE(
+        d.Check(), IncompleteDefinitionException,
+        "Demodulator_Settings:Check failed. The mandatory member m_morse_Settings is not set or mandatory data of the "
+        "member is not set.");
+    d.ResetChoiceDemodulator_Settings();
+    EXPECT_NO_THROW(d.Check());
+    EXPECT_FALSE(d.HasData());
+    d.SetValidate(false);
+    EXPECT_FALSE(compactXml(d).contains(QStringLiteral("Morse_Settings")));
+}
+
+TEST(DemodulatorSettings, EveryBranchNamesItsMemberWhenIncomplete)
+{
+    const QStringList fields = {"m_aSK_Settings", "m_fSK_Settings", "m_pSK_Settings", "m_morse_Settings",
+                                "m_mPSK_Settings", "m_mFSK_Settings", "m_mPT_Settings", "m_pOCSAG_Settings",
+                                "m_fAX_Settings", "m_mT_Settings", "m_pACCLO_Settings", "m_f7W_Settings",
+                                "m_general_Settings", "m_transmissionSystem", "m_sTANAG_Settings",
+                                "m_mILSTD_Settings"};
+    for (int i = 0; i < fields.size(); ++i) {
+        Demodulator_Settings d = demodulator();
+        d.InitChoice(Choice(i)); // the branch's default record: empty
+        EXPECT_EQ(int(d.GetChoiceDemodulator_Settings()), i);
+        EXPECT_THROW_MESSAGE(d.Check(), IncompleteDefinitionException,
+                             QStringLiteral("Demodulator_Settings:Check failed. The mandatory member %1 is not set or "
+                                            "mandatory data of the member is not set.")
+                                 .arg(fields.at(i)));
+    }
+    Demodulator_Settings d = demodulator();
+    EXPECT_THROW_MESSAGE(d.InitChoice(Choice(-1)), OutOfRangeException,
+                         "Invalid enum value set in 'Demodulator_Settings'.");
+    EXPECT_FALSE(d.IsModeSet()); // InitChoice reset the record first
+}
+
+TEST(DemodulatorSettings, ReadingABranchSelectsIt)
+{
+    Demodulator_Settings source = demodulator();
+    source.SetMT_Settings(fullMt());
+    Demodulator_Settings read;
+    ASSERT_TRUE(read.SetXmlString(source.GetXmlString(), true));
+    EXPECT_EQ(read.GetChoiceDemodulator_Settings(), Demodulator_Settings::ChoiceDemodulator_Settings_MT_Settings);
+    EXPECT_TRUE(read.IsMT_SettingsSet());
+    EXPECT_EQ(read, source);
 }

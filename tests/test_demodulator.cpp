@@ -741,3 +741,63 @@ TEST(DemodulatorSettings, ReadingABranchSelectsIt)
     EXPECT_TRUE(read.IsMT_SettingsSet());
     EXPECT_EQ(read, source);
 }
+
+// --- bad input ------------------------------------------------------------------------------------
+
+TEST(DemodulatorBadInput, UnknownElementsAndTagsInsideABranchAreSkipped)
+{
+    Demodulator_Settings source = demodulator();
+    source.SetFSK_Settings(fullFsk());
+    QString xml = compactXml(source);
+    xml.replace(QStringLiteral("<ModType>"), QStringLiteral("<Unknown><ModType>MSK</ModType></Unknown><ModType>"));
+    Demodulator_Settings read;
+    ASSERT_TRUE(read.SetXmlString(xml, true));
+    EXPECT_EQ(read, source);
+
+    // An unknown tag between the members of the branch's body.
+    const QByteArray body = bodyOf(fullFsk().GetBinaryRepresentationAsQByteArray());
+    QByteArray spliced = frame(0x01020304u, QByteArray("xyz")) + body;
+    QByteArray rep = representation(FSK_Settings::GetId(), spliced);
+    FSK_Settings fsk;
+    ASSERT_TRUE(fsk.SetBinaryRepresentation(rep));
+    EXPECT_EQ(fsk, fullFsk());
+}
+
+TEST(DemodulatorBadInput, AnUnknownNameInABranchFailsWithValidationOnAndReadsInvalidWithItOff)
+{
+    Demodulator_Settings source = demodulator();
+    source.SetPSK_Settings(fullPsk());
+    const QString xml = compactXml(source).replace(QStringLiteral(">PSK8B<"), QStringLiteral(">PSK16<"));
+    Demodulator_Settings strict = demodulator();
+    EXPECT_FALSE(strict.SetXmlString(xml));
+    EXPECT_EQ(strict, demodulator());
+    EXPECT_THROW_MESSAGE(strict.SetXmlString(xml, true), OutOfRangeException,
+                         "enum is not valid (classname=PSK_Settings,membername=m_modType)");
+
+    Demodulator_Settings lax;
+    lax.SetValidate(false);
+    ASSERT_TRUE(lax.SetXmlString(xml, true));
+    EXPECT_TRUE(lax.GetPSK_Settings().IsModTypeSet());
+    EXPECT_EQ(int(std::as_const(lax).GetPSK_Settings().GetModType()), -1);
+}
+
+TEST(DemodulatorBadInput, ATruncatedBranchKeepsTheRecordAsItWas)
+{
+    Demodulator_Settings source = demodulator();
+    source.SetMFSK_Settings(fullMfsk());
+    const QByteArray whole = source.GetBinaryRepresentationAsQByteArray();
+    Demodulator_Settings target = demodulator();
+    target.SetMorse_Settings(Morse_Settings());
+    const Demodulator_Settings before = target;
+    // Every cut inside the record, the branch's body among them.
+    for (int size = 0; size < whole.size(); size += 7) {
+        QByteArray cut = whole.left(size);
+        EXPECT_FALSE(target.SetBinaryRepresentation(cut)) << size;
+        EXPECT_EQ(target, before) << size;
+    }
+    // A branch element with broken content: text where a child belongs.
+    QString xml = compactXml(source);
+    xml.replace(QStringLiteral("<Detail>"), QStringLiteral("<Detail>&broken;"));
+    EXPECT_FALSE(target.SetXmlString(xml));
+    EXPECT_EQ(target, before);
+}

@@ -5,6 +5,8 @@
 #include "recordtestsupport.h"
 #include "tags.h"
 
+#include <QtCore/QFile>
+
 #include <functional>
 #include <utility>
 #include <vector>
@@ -621,8 +623,15 @@ const std::vector<std::function<void(Demodulator_Settings &)>> &branches()
             d.SetGeneral_Settings(g);
         },
         [](Demodulator_Settings &d) {
+            TransmissionSystemDetail detail;
+            detail.SetParameters(QStringLiteral("robustness B"));
             TransmissionSystem t;
             t.SetMode(QStringLiteral("DRM"));
+            t.SetUseMode(false);
+            t.SetModType(QStringLiteral("OFDM"));
+            t.SetBaudrate(samples::valueRecord<Baudrate>(41.66));
+            t.AppendShift(samples::valueRecord<Shift>(46.88));
+            t.SetDetail(detail);
             d.SetTransmissionSystem(t);
         },
         [](Demodulator_Settings &d) {
@@ -800,4 +809,55 @@ TEST(DemodulatorBadInput, ATruncatedBranchKeepsTheRecordAsItWas)
     xml.replace(QStringLiteral("<Detail>"), QStringLiteral("<Detail>&broken;"));
     EXPECT_FALSE(target.SetXmlString(xml));
     EXPECT_EQ(target, before);
+}
+
+// --- golden files -----------------------------------------------------------------------------------
+
+// One Demodulator_Settings per branch, with the optional members of the record
+// set too, so that every demodulator record stands in one of the files. Both
+// Qt builds must write these very bytes and read them back. To write the
+// files anew after a deliberate change of the form, run the test with
+// MORVANE_WRITE_GOLDEN=1 set.
+TEST(DemodulatorGolden, EachBranchWritesAndReadsItsGoldenFiles)
+{
+    const QStringList names = Demodulator_Settings::GetChoiceDemodulator_Settingss();
+    const bool write = qEnvironmentVariableIsSet("MORVANE_WRITE_GOLDEN");
+    for (int i = 0; i < int(branches().size()); ++i) {
+        Demodulator_Settings d = demodulator();
+        Decoder decoder;
+        decoder.AppendValue(QStringLiteral("ITA2"));
+        decoder.AppendValue(QStringLiteral("SITOR-B"));
+        d.SetDecoder(decoder);
+        ChannelSelection channels;
+        channels.AppendValue(QStringLiteral("upper"));
+        d.SetChannelSelection(channels);
+        d.SetAlphabet(QStringLiteral("Latin"));
+        d.SetParameters(QLatin1String(""));
+        branches().at(i)(d);
+        const QByteArray binary = d.GetBinaryRepresentationAsQByteArray();
+        const QByteArray xml = d.GetXmlString().toUtf8();
+        const QString base = QStringLiteral(MORVANE_TEST_DATA "/demodulator_%1").arg(names.at(i).toLower());
+        if (write) {
+            for (const auto &file : {std::make_pair(base + QStringLiteral(".bin"), binary),
+                                     std::make_pair(base + QStringLiteral(".xml"), xml)}) {
+                QFile out(file.first);
+                ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
+                out.write(file.second);
+            }
+            continue;
+        }
+        QFile goldenBinary(base + QStringLiteral(".bin"));
+        QFile goldenXml(base + QStringLiteral(".xml"));
+        ASSERT_TRUE(goldenBinary.open(QIODevice::ReadOnly)) << base.toStdString();
+        ASSERT_TRUE(goldenXml.open(QIODevice::ReadOnly)) << base.toStdString();
+        QByteArray bytes = goldenBinary.readAll();
+        EXPECT_EQ(bytes, binary) << names.at(i).toStdString();
+        EXPECT_EQ(goldenXml.readAll(), xml) << names.at(i).toStdString();
+        Demodulator_Settings fromBinary;
+        ASSERT_TRUE(fromBinary.SetBinaryRepresentation(bytes));
+        EXPECT_EQ(fromBinary, d);
+        Demodulator_Settings fromXml;
+        ASSERT_TRUE(fromXml.SetXmlString(QString::fromUtf8(xml), true));
+        EXPECT_EQ(fromXml, d);
+    }
 }

@@ -291,6 +291,11 @@ TEST(PSKSettings, EnumerationsWalkTheirWholeTables)
     checkEnumeration({"Upper (USB)", "Lower (LSB)"}, &PSK_SettingsDetail::GetSidebands,
                      &PSK_SettingsDetail::GetGUISidebands, &PSK_SettingsDetail::SidebandToName,
                      &PSK_SettingsDetail::NameToSideband, &PSK_SettingsDetail::IsValidSideband);
+    checkEnumeration({"Upper (USB)", "Lower (LSB)"}, &MPSK_SettingsDetail::GetSidebands,
+                     &MPSK_SettingsDetail::GetGUISidebands, &MPSK_SettingsDetail::SidebandToName,
+                     &MPSK_SettingsDetail::NameToSideband, &MPSK_SettingsDetail::IsValidSideband);
+    checkEnumeration({"Upper (USB)", "Lower (LSB)"}, &M::GetSidebands, &M::GetGUISidebands, &M::SidebandToName,
+                     &M::NameToSideband, &M::IsValidSideband);
     EXPECT_EQ(PSK_SettingsDetail::GetId(), qint64(qint32(0xa9bb551c)));
     EXPECT_EQ(MPSK_Settings::GetId(), qint64(qint32(0x8e134104)));
     EXPECT_EQ(ChannelSpacing::GetId(), qint64(qint32(0x8ea4f92f)));

@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the readers of a store list: as binary, as
-// compressed binary and as XML text. A failed read must keep what the list
-// held; nothing may crash. (The corpus: fuzz/corpus/storelist/; ctest also
+// compressed binary and as XML text; and to those of the list container,
+// which holds a store list and a detection result list. A failed read must
+// keep what the record held; nothing may crash. (The corpus: fuzz/corpus/storelist/; ctest also
 // replays the bundled examples with it.)
 
 #include "fuzztarget.h"
@@ -17,6 +18,17 @@ Morvane::FrequencyStoreList &reference()
         return l;
     }();
     return list;
+}
+
+const Morvane::FrequencyStoreListHelper &helperReference()
+{
+    static const Morvane::FrequencyStoreListHelper helper = [] {
+        Morvane::FrequencyStoreListHelper h;
+        h.SetListType(Morvane::FrequencyStoreListHelper::ListType_DetectionResult);
+        h.GetDetectionResultList().SetID(QStringLiteral("reference"));
+        return h;
+    }();
+    return helper;
 }
 
 } // namespace
@@ -40,5 +52,15 @@ void fuzzOne(const QByteArray &input)
         list.SetValidate(input.size() % 2 == 0);
         if (!list.SetXmlString(QString::fromUtf8(input)))
             require(list == reference(), "a failed XML read changed the list");
+    }
+    for (const bool validate : {true, false}) {
+        Morvane::FrequencyStoreListHelper helper = helperReference();
+        helper.SetValidate(validate);
+        QByteArray bytes = input;
+        if (!helper.SetBinaryRepresentation(bytes))
+            require(helper == helperReference(), "a failed binary read changed the list container");
+        helper = helperReference();
+        if (!helper.SetXmlString(QString::fromUtf8(input)))
+            require(helper == helperReference(), "a failed XML read changed the list container");
     }
 }

@@ -374,20 +374,26 @@ TEST_F(FileHandlingTest, TransducerListAndDetectionResultHaveNoCSVImportAndTrans
     EXPECT_FALSE(QFileInfo::exists(path("transducer.csv")));
 }
 
+namespace {
+
+// The list types whose CSV files come later, with their names.
+const struct
+{
+    FrequencyStoreListHelper::ListType type;
+    const char *name;
+} notThereYet[] = {{FrequencyStoreListHelper::ListType_TargetList, "TargetList"},
+                   {FrequencyStoreListHelper::ListType_DataResults, "DataResults"},
+                   {FrequencyStoreListHelper::ListType_DetectionConventional, "DetectionConventional"},
+                   {FrequencyStoreListHelper::ListType_MemoryScan, "MemoryScan"}};
+
+} // namespace
+
 TEST_F(FileHandlingTest, ListTypesWhoseCSVExportIsNotThereYetFailAsAnExportFailureAndKeepTheFile)
 {
     FrequencyStoreList list = twoEntries();
     const QByteArray old("old content\n");
     const QString file = write("out.csv", old);
-    const struct
-    {
-        ListType type;
-        const char *name;
-    } cases[] = {{TargetList, "TargetList"},
-                 {DataResults, "DataResults"},
-                 {DetectionConventional, "DetectionConventional"},
-                 {MemoryScan, "MemoryScan"}};
-    for (const auto &c : cases) {
+    for (const auto &c : notThereYet) {
         lines.clear();
         EXPECT_FALSE(FileHandling().ExportFrequencyStoreList(true, file, list, c.type)) << c.name;
         EXPECT_EQ(QStringList{exportError + QStringLiteral("The CSV export of %1 is not supported yet")
@@ -408,15 +414,7 @@ TEST_F(FileHandlingTest, ListTypesWhoseCSVImportIsNotThereYetFailAsAnImportFailu
 {
     // A file each of them could read once they are there.
     const QString file = write("in.csv", "Type;Comment;Frequency;IFBandwidth\nT;c;1;2\n");
-    const struct
-    {
-        ListType type;
-        const char *name;
-    } cases[] = {{TargetList, "TargetList"},
-                 {DataResults, "DataResults"},
-                 {DetectionConventional, "DetectionConventional"},
-                 {MemoryScan, "MemoryScan"}};
-    for (const auto &c : cases) {
+    for (const auto &c : notThereYet) {
         lines.clear();
         FrequencyStoreList list = holdingOne();
         const FrequencyStoreList before = list;

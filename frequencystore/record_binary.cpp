@@ -186,6 +186,8 @@ void Record::writeBinaryMember(QDataStream &stream, int member) const
             static_cast<const Record *>(current)->GetBinary(stream, int(m.tag), true);
         return;
     case Kind::RecordVector:
+        if ((m.flags & detail::OmittedWhenEmpty) && m.vector->size(current) == 0)
+            return;
         writeFrame(stream, m.tag, [&] {
             const int n = m.vector->size(current);
             stream << qint32(n);

@@ -62,6 +62,9 @@ enum MemberFlag : quint16 {
     // completeness is tested when the record is written with validation on
     // (after Check, which only checks it when set), not in Check.
     WrittenWhenSet = 0x8,
+    // A repeated member that leaves out its binary frame (tag, length and
+    // count) while the vector is empty, instead of writing count 0.
+    OmittedWhenEmpty = 0x10,
 };
 
 enum RecordFlag : quint16 {

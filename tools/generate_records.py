@@ -42,7 +42,8 @@ KIND = {
     "reserved": "Reserved",
 }
 MEMBER_FLAGS = {"raw32": "detail::Raw32", "empty-bool-throws": "detail::EmptyBoolThrows",
-                "also-element": "detail::AlsoElement", "written-when-set": "detail::WrittenWhenSet"}
+                "also-element": "detail::AlsoElement", "written-when-set": "detail::WrittenWhenSet",
+                "omitted-when-empty": "detail::OmittedWhenEmpty"}
 RECORD_FLAGS = {"hasdata-always": "detail::HasDataAlways", "text-value": "detail::TextValue"}
 
 
@@ -261,6 +262,11 @@ def resolve(records, order):
             for word in record.check:
                 if word != "choice" and word not in stems:
                     raise SchemaError(f"{record.name}: check names unknown member {word}")
+            # A member left out of the order would never be checked.
+            wanted = sorted([m.stem for m in record.members if m.use != "choice" and m.type != "reserved"]
+                            + (["choice"] if record.choice_members else []))
+            if sorted(record.check) != wanted:
+                raise SchemaError(f"{record.name}: check must name every member once, and 'choice' for the choice group")
         if len(record.members) > 64:
             raise SchemaError(f"{record.name}: more than 64 members do not fit the presence bits")
         values = [m.choice_value for m in record.choice_members]

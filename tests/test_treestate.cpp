@@ -38,6 +38,74 @@ FrequencyStoreList example()
     return list;
 }
 
+void addStation(const Station &station, std::vector<const Record *> &out)
+{
+    out.push_back(&station);
+    const DFData &df = station.GetDFData();
+    out.push_back(&df);
+    out.push_back(&df.GetFrequency());
+    out.push_back(&df.GetDetail());
+    const Plot_Info &info = df.GetPlot_Info();
+    out.push_back(&info);
+    out.push_back(&info.GetEmissions());
+    for (const Emission &emission : info.GetEmissions().GetEmission()) {
+        out.push_back(&emission);
+        out.push_back(&emission.GetBursts());
+        for (const Burst &burst : emission.GetBursts().GetBurst()) {
+            out.push_back(&burst);
+            out.push_back(&burst.GetFrequency());
+            out.push_back(&burst.GetBandwidth());
+        }
+    }
+}
+
+// The members of an entry beyond its settings branch, down to the leaves.
+void addFurtherMembers(const FrequencyStoreEntry &entry, std::vector<const Record *> &out)
+{
+    const Profile_Data &profile = entry.GetProfile_Data();
+    out.push_back(&profile);
+    for (const PointOfInterest &point : profile.GetPointOfInterest()) {
+        out.push_back(&point);
+        out.push_back(&point.GetLocation());
+        out.push_back(&point.GetEllipse());
+    }
+    const Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
+    out.push_back(&demodulator);
+    out.push_back(&demodulator.GetDecoder());
+    out.push_back(&demodulator.GetFSK_Settings());
+    out.push_back(&demodulator.GetFSK_Settings().GetDetail());
+    out.push_back(&demodulator.GetPSK_Settings());
+    out.push_back(&demodulator.GetPOCSAG_Settings());
+    const FrequencyStoreEntryLocation &location = entry.GetLocation();
+    out.push_back(&location);
+    for (const Station &station : location.GetStation())
+        addStation(station, out);
+    for (const LocationResult &result : location.GetLocationResult()) {
+        out.push_back(&result);
+        out.push_back(&result.GetLocation());
+        out.push_back(&result.GetDetail());
+        out.push_back(&result.GetDetail().GetFrequency());
+        const Plot &plot = result.GetPlot();
+        out.push_back(&plot);
+        out.push_back(&plot.GetEllipse());
+        out.push_back(&plot.GetDetail());
+        out.push_back(&plot.GetFrequencyList());
+        for (const Value &value : plot.GetFrequencyList().GetValue()) {
+            out.push_back(&value);
+            out.push_back(&value.GetFrequency());
+        }
+        for (const Station &station : result.GetStation())
+            addStation(station, out);
+    }
+    for (const Station &station : entry.GetStation())
+        addStation(station, out);
+    out.push_back(&entry.GetDetection());
+    out.push_back(&entry.GetResultList());
+    out.push_back(&entry.GetDF_Settings());
+    out.push_back(&entry.GetDF_Settings().GetDetail());
+    out.push_back(&entry.GetShapeDetectorSettings());
+}
+
 // Every record of a store list's tree below the root, through the const
 // getters: nested records whether set or not, and every item of every vector.
 std::vector<const Record *> treeBelow(const FrequencyStoreList &list)
@@ -66,6 +134,7 @@ std::vector<const Record *> treeBelow(const FrequencyStoreList &list)
         out.push_back(&shortTime.GetDetail());
         for (const Frequency &f : shortTime.GetFrequency())
             out.push_back(&f);
+        addFurtherMembers(entry, out);
     }
     return out;
 }
@@ -96,6 +165,17 @@ void scatter(FrequencyStoreList &list, bool validate)
         record->IOrbelinObject::SetValidate(validate);
         record->IOrbelinObject::SetLogger(other);
     }
+    // and the deepest records of the tree: every burst below a station.
+    std::vector<const Record *> below = treeBelow(list);
+    int bursts = 0;
+    for (const Record *record : below) {
+        if (record->GetObjectName() == QLatin1String("Burst")) {
+            record->IOrbelinObject::SetValidate(validate);
+            record->IOrbelinObject::SetLogger(other);
+            ++bursts;
+        }
+    }
+    EXPECT_GT(bursts, 0);
 }
 
 // A list of `count` entries made by cycling the example's entries with fresh
@@ -134,8 +214,9 @@ TEST_P(ReadState, XmlReadLeavesTheRootsFlagAndLoggerInEveryRecord)
     ASSERT_GT(strays(list, validate, logger), 0);
 
     // A read adds to what the list holds: the entries it had and those read.
+    const int before = list.GetFrequencyStoreEntry().size();
     ASSERT_TRUE(list.LoadXml(examplePath));
-    EXPECT_EQ(list.GetFrequencyStoreEntry().size(), 112);
+    EXPECT_EQ(list.GetFrequencyStoreEntry().size(), 2 * before);
     EXPECT_EQ(strays(list, validate, logger), 0);
     // The last entry read too: it was moved into the vector, not copied.
     EXPECT_EQ(list.GetFrequencyStoreEntry().last().GetLogger(), logger);
@@ -151,8 +232,9 @@ TEST_P(ReadState, BinaryReadLeavesTheRootsFlagAndLoggerInEveryRecord)
     list.IOrbelinObject::SetValidate(validate);
     list.IOrbelinObject::SetLogger(logger);
 
+    const int before = list.GetFrequencyStoreEntry().size();
     ASSERT_TRUE(list.SetBinaryRepresentation(binary));
-    EXPECT_EQ(list.GetFrequencyStoreEntry().size(), 112);
+    EXPECT_EQ(list.GetFrequencyStoreEntry().size(), 2 * before);
     EXPECT_EQ(strays(list, validate, logger), 0);
     EXPECT_EQ(list.GetFrequencyStoreEntry().last().GetLogger(), logger);
 }

@@ -3,7 +3,8 @@
 //
 //   morvane-tool convert INPUT OUTPUT...   read INPUT, Check it, write every OUTPUT
 //   morvane-tool check INPUT               read INPUT and Check it
-//   morvane-tool print INPUT               read INPUT and list its entries
+//   morvane-tool print INPUT               read INPUT and list its entries, one
+//                                          line each with what the entry carries
 //   morvane-tool export --type TYPE INPUT OUT.csv
 //                                          write the list INPUT as a CSV file of TYPE
 //   morvane-tool import --type TYPE IN.csv OUTPUT
@@ -91,6 +92,41 @@ bool writeList(const QString &fileName, const FrequencyStoreList &list)
     return readList(fileName, back) && back == list;
 }
 
+// What an entry carries beyond its settings branch, one short phrase per
+// member that is set.
+QStringList carried(const FrequencyStoreEntry &entry)
+{
+    QStringList parts;
+    if (entry.IsProfile_DataSet()) {
+        const Morvane::Profile_Data &profile = entry.GetProfile_Data();
+        parts << QStringLiteral("profile %1 (points of interest: %2)")
+                     .arg(profile.GetProfileID())
+                     .arg(profile.GetPointOfInterest().size());
+    }
+    if (entry.IsDemodulator_SettingsSet()) {
+        const Morvane::Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
+        parts << QStringLiteral("demodulator %1")
+                     .arg(demodulator.ChoiceDemodulator_SettingsToName(demodulator.GetChoiceDemodulator_Settings()));
+    }
+    if (entry.IsLocationSet()) {
+        const Morvane::FrequencyStoreEntryLocation &location = entry.GetLocation();
+        parts << QStringLiteral("location (stations: %1, results: %2)")
+                     .arg(location.GetStation().size())
+                     .arg(location.GetLocationResult().size());
+    }
+    if (!entry.GetStation().isEmpty())
+        parts << QStringLiteral("stations: %1").arg(entry.GetStation().size());
+    if (entry.IsDetectionSet())
+        parts << QStringLiteral("detection");
+    if (entry.IsResultListSet())
+        parts << QStringLiteral("result list");
+    if (entry.IsDF_SettingsSet())
+        parts << QStringLiteral("DF settings %1").arg(entry.GetDF_Settings().GetDFModeAsString());
+    if (entry.IsShapeDetectorSettingsSet())
+        parts << QStringLiteral("shape detector");
+    return parts;
+}
+
 void print(const FrequencyStoreList &list)
 {
     out() << "list \"" << list.GetName() << "\"";
@@ -116,6 +152,9 @@ void print(const FrequencyStoreList &list)
         }
         if (entry.IsCommentSet())
             out() << " (" << entry.GetComment() << ")";
+        const QStringList parts = carried(entry);
+        if (!parts.isEmpty())
+            out() << "; " << parts.join(QStringLiteral(", "));
         out() << "\n";
     }
 }

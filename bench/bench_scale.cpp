@@ -1,5 +1,6 @@
 // How the store list scales. Two lists are built from the entries of the
-// example list, cycled with fresh IDs: N entries and 4N entries (N = 25,000
+// example list, cycled with fresh IDs and with a share of whole entry trees
+// (see cycledEntries): N entries and 4N entries (N = 25,000
 // unless MORVANE_BENCH_N says otherwise). Each list is written once to a
 // temporary directory, as XML, as binary and as compressed binary, and every
 // path is then measured at both sizes on those same bytes:
@@ -159,15 +160,64 @@ const FrequencyStoreList &example()
     return list;
 }
 
-// N entries of the example, cycled, each with an ID of its own.
+// The example's entries that carry the members beyond their settings branch,
+// cycled over to lend those members to the plain entries.
+QVector<FrequencyStoreEntry> treeEntries()
+{
+    QVector<FrequencyStoreEntry> trees;
+    for (const FrequencyStoreEntry &entry : example().GetFrequencyStoreEntry()) {
+        if (entry.IsProfile_DataSet() && entry.IsDemodulator_SettingsSet())
+            trees.append(entry);
+    }
+    if (trees.isEmpty())
+        die("the example list has no entry with profile data and demodulator settings");
+    return trees;
+}
+
+// The one example entry with a location of stations and location results.
+const FrequencyStoreEntry &locatedEntry()
+{
+    static const FrequencyStoreEntry located = [] {
+        for (const FrequencyStoreEntry &entry : example().GetFrequencyStoreEntry()) {
+            if (!entry.GetLocation().GetStation().isEmpty() && !entry.GetLocation().GetLocationResult().isEmpty())
+                return entry;
+        }
+        die("the example list has no entry with stations and location results");
+    }();
+    return located;
+}
+
+// N entries of the example, cycled, each with an ID of its own, and with a
+// share of whole trees as a working list has them: seven entries in ten carry
+// profile data and demodulator settings, two in ten also a location with
+// stations and location results, stations of their own, detection and result
+// list, and one in ten direction-finding and shape-detector settings as well.
 QVector<FrequencyStoreEntry> cycledEntries(int count)
 {
     const QVector<FrequencyStoreEntry> &source = example().GetFrequencyStoreEntry();
+    const QVector<FrequencyStoreEntry> trees = treeEntries();
+    const FrequencyStoreEntry &located = locatedEntry();
     QVector<FrequencyStoreEntry> entries;
     entries.reserve(count);
     for (int i = 0; i < count; ++i) {
         FrequencyStoreEntry entry(source.at(i % source.size()));
         entry.SetID(QStringLiteral("FS-%1").arg(i + 1, 6, 10, QLatin1Char('0')));
+        const FrequencyStoreEntry &tree = trees.at(i % trees.size());
+        const int share = i % 10;
+        if (share < 7) {
+            entry.SetProfile_Data(tree.GetProfile_Data());
+            entry.SetDemodulator_Settings(tree.GetDemodulator_Settings());
+        }
+        if (share < 2) {
+            entry.SetLocation(located.GetLocation());
+            entry.SetStation(located.GetStation());
+            entry.SetDetection(located.GetDetection());
+            entry.SetResultList(located.GetResultList());
+        }
+        if (share < 1) {
+            entry.SetDF_Settings(trees.first().GetDF_Settings());
+            entry.SetShapeDetectorSettings(trees.first().GetShapeDetectorSettings());
+        }
         entries.append(entry);
     }
     return entries;

@@ -2,10 +2,10 @@
 // with their details, VUHF, the tone and channel spacings, and the decoder and
 // channel lists.
 
+#include "golden.h"
 #include "recordtestsupport.h"
 #include "tags.h"
 
-#include <QtCore/QFile>
 
 #include <functional>
 #include <utility>
@@ -819,14 +819,10 @@ TEST(DemodulatorBadInput, ATruncatedBranchKeepsTheRecordAsItWas)
 // --- golden files -----------------------------------------------------------------------------------
 
 // One Demodulator_Settings per branch, with the optional members of the record
-// set too, so that every demodulator record stands in one of the files. Both
-// Qt builds must write these very bytes and read them back. To write the
-// files anew after a deliberate change of the form, run the test with
-// MORVANE_WRITE_GOLDEN=1 set.
+// set too, so that every demodulator record stands in one of the files.
 TEST(DemodulatorGolden, EachBranchWritesAndReadsItsGoldenFiles)
 {
     const QStringList names = Demodulator_Settings::GetChoiceDemodulator_Settingss();
-    const bool write = qEnvironmentVariableIsSet("MORVANE_WRITE_GOLDEN");
     for (int i = 0; i < int(branches().size()); ++i) {
         Demodulator_Settings d = demodulator();
         Decoder decoder;
@@ -839,72 +835,17 @@ TEST(DemodulatorGolden, EachBranchWritesAndReadsItsGoldenFiles)
         d.SetAlphabet(QStringLiteral("Latin"));
         d.SetParameters(QLatin1String(""));
         branches().at(i)(d);
-        const QByteArray binary = d.GetBinaryRepresentationAsQByteArray();
-        const QByteArray xml = d.GetXmlString().toUtf8();
-        const QString base = QStringLiteral(MORVANE_TEST_DATA "/demodulator_%1").arg(names.at(i).toLower());
-        if (write) {
-            for (const auto &file : {std::make_pair(base + QStringLiteral(".bin"), binary),
-                                     std::make_pair(base + QStringLiteral(".xml"), xml)}) {
-                QFile out(file.first);
-                ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
-                out.write(file.second);
-            }
-            continue;
-        }
-        QFile goldenBinary(base + QStringLiteral(".bin"));
-        QFile goldenXml(base + QStringLiteral(".xml"));
-        ASSERT_TRUE(goldenBinary.open(QIODevice::ReadOnly)) << base.toStdString();
-        ASSERT_TRUE(goldenXml.open(QIODevice::ReadOnly)) << base.toStdString();
-        QByteArray bytes = goldenBinary.readAll();
-        EXPECT_EQ(bytes, binary) << names.at(i).toStdString();
-        EXPECT_EQ(goldenXml.readAll(), xml) << names.at(i).toStdString();
-        Demodulator_Settings fromBinary;
-        ASSERT_TRUE(fromBinary.SetBinaryRepresentation(bytes));
-        EXPECT_EQ(fromBinary, d);
-        Demodulator_Settings fromXml;
-        ASSERT_TRUE(fromXml.SetXmlString(QString::fromUtf8(xml), true));
-        EXPECT_EQ(fromXml, d);
+        expectGolden(d, QStringLiteral("demodulator_%1").arg(names.at(i).toLower()));
     }
 }
 
 namespace {
 
-// The written forms of one record: its binary representation and its XML
-// document.
-struct Forms
-{
-    QByteArray binary;
-    QByteArray xml;
-};
-
+// The check of one record's golden pair, record_<name>.xml and .bin.
 template <class R>
-Forms formsOf(const R &record)
+std::function<void()> golden(const char *name, R (*make)())
 {
-    return {record.GetBinaryRepresentationAsQByteArray(), record.GetXmlString().toUtf8()};
-}
-
-// Reads both forms back into a fresh record and compares with the one written.
-template <class R>
-bool readsBack(const R &record, QByteArray binary, const QByteArray &xml)
-{
-    R fromBinary;
-    R fromXml;
-    return fromBinary.SetBinaryRepresentation(binary) && fromBinary == record
-        && fromXml.SetXmlString(QString::fromUtf8(xml), true) && fromXml == record;
-}
-
-struct GoldenRecord
-{
-    const char *name;
-    std::function<Forms()> forms;
-    std::function<bool(const QByteArray &, const QByteArray &)> readBack;
-};
-
-template <class R>
-GoldenRecord golden(const char *name, R (*make)())
-{
-    return {name, [make] { return formsOf(make()); },
-            [make](const QByteArray &binary, const QByteArray &xml) { return readsBack(make(), binary, xml); }};
+    return [name, make] { expectGolden(make(), QStringLiteral("record_%1").arg(QLatin1String(name))); };
 }
 
 Decoder goldenDecoder()
@@ -1000,7 +941,7 @@ F7W_SettingsDetail goldenF7wDetail() { return fullF7w().GetDetail(); }
 // the branch files above, written anew with MORVANE_WRITE_GOLDEN=1.
 TEST(DemodulatorGolden, EveryRecordWritesAndReadsItsGoldenFiles)
 {
-    const std::vector<GoldenRecord> records = {
+    const std::vector<std::function<void()>> records = {
         golden("decoder", goldenDecoder), golden("channelselection", goldenChannels),
         golden("tonespacing", toneSpacing), golden("vuhf", vuhf),
         golden("fsk_settings", fullFsk), golden("fsk_settingsdetail", goldenFskDetail),
@@ -1017,25 +958,6 @@ TEST(DemodulatorGolden, EveryRecordWritesAndReadsItsGoldenFiles)
         golden("milstd_settings", goldenMilstd), golden("general_settings", goldenGeneral),
         golden("transmissionsystem", goldenSystem), golden("transmissionsystemdetail", goldenSystemDetail),
     };
-    const bool write = qEnvironmentVariableIsSet("MORVANE_WRITE_GOLDEN");
-    for (const GoldenRecord &record : records) {
-        const Forms forms = record.forms();
-        const QString base = QStringLiteral(MORVANE_TEST_DATA "/record_%1").arg(QLatin1String(record.name));
-        QFile binary(base + QStringLiteral(".bin"));
-        QFile xml(base + QStringLiteral(".xml"));
-        if (write) {
-            ASSERT_TRUE(binary.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            ASSERT_TRUE(xml.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            binary.write(forms.binary);
-            xml.write(forms.xml);
-            continue;
-        }
-        ASSERT_TRUE(binary.open(QIODevice::ReadOnly)) << record.name;
-        ASSERT_TRUE(xml.open(QIODevice::ReadOnly)) << record.name;
-        const QByteArray goldenBinary = binary.readAll();
-        const QByteArray goldenXml = xml.readAll();
-        EXPECT_EQ(goldenBinary, forms.binary) << record.name;
-        EXPECT_EQ(goldenXml, forms.xml) << record.name;
-        EXPECT_TRUE(record.readBack(goldenBinary, goldenXml)) << record.name;
-    }
+    for (const auto &check : records)
+        check();
 }

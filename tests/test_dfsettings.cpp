@@ -222,6 +222,29 @@ TEST(DFSettings, CheckNamesMandatoryMembers)
     EXPECT_NO_THROW(t.Check());
 }
 
+// Check refuses the invalid optional members first, then names Averaging
+// before DFMode, and asks for the bandwidth last.
+TEST(DFSettings, CheckOrderOptionalMembersThenAveragingThenDFMode)
+{
+    DF_Settings s;
+    s.SetValidate(false);
+    s.SetSelectivity(DF_Settings::Selectivity(9));
+    s.SetICMMode(QString());
+    s.SetValidate(true);
+    EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException, "DF_Settings: Please set Selectivity properly.");
+    s.SetSelectivity(DF_Settings::Selectivity_SHARP);
+    EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException, "DF_Settings: Please set ICMMode properly.");
+    s.SetICMMode(QLatin1String(""));
+    EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException, "DF_Settings: Please set Averaging properly.");
+    s.SetAveraging(4.0);
+    EXPECT_THROW_MESSAGE(s.Check(), OutOfRangeException, "DF_Settings: Please set DFMode properly.");
+    s.SetDFMode(DF_Settings::DFMode_Norm);
+    EXPECT_THROW_MESSAGE(s.Check(), IncompleteDefinitionException,
+                         "Parameters for Bandwidth are not set properly in 'DF_Settings'.");
+    s.SetBandwidth(samples::valueRecord<Bandwidth>(1.0));
+    EXPECT_NO_THROW(s.Check());
+}
+
 TEST(DFSettings, MissingBandwidthFailsWriting)
 {
     DF_Settings s;

@@ -101,6 +101,85 @@ constexpr quint32 TagShift = 0xdf70051au;
 constexpr quint32 TagFSKDetail = 0x80ee61e8u;
 constexpr quint32 TagTexts = 0x897f023fu;
 
+// FrequencyStoreEntry's further members. Station is also the tag of the
+// stations of FrequencyStoreEntryLocation and LocationResult.
+constexpr quint32 TagProfileData = 0xe47ba27cu;
+constexpr quint32 TagDemodulator = 0xf9a0ed18u;
+constexpr quint32 TagEntryLocation = 0x705b6beau;
+constexpr quint32 TagStation = 0x186fdadeu;
+constexpr quint32 TagDetection = 0x8c34b28cu;
+constexpr quint32 TagResultList = 0x759b0f30u;
+constexpr quint32 TagEntryDFSettings = 0xaea5904eu;
+constexpr quint32 TagShapeDetector = 0xa1e99122u;
+
+// Profile_Data, PointOfInterest, PointOfInterestLocation and Ellipse (the
+// location's Longitude has the tag of DetectionResult's Longitude)
+constexpr quint32 TagSignalClass = 0x897df2b4u;
+constexpr quint32 TagProfileID = 0x24549df2u;
+constexpr quint32 TagTransmissionSystem = 0x82962c06u;
+constexpr quint32 TagProfileName = 0x99ea86cau;
+constexpr quint32 TagObjectName = 0x71ee423fu;
+constexpr quint32 TagPriority = 0x2740aa35u;
+constexpr quint32 TagThreatClass = 0x09b460f8u;
+constexpr quint32 TagPointOfInterest = 0x9cb77838u;
+constexpr quint32 TagDisplayName = 0x652aa635u;
+constexpr quint32 TagPointLocation = 0x22e5149au;
+constexpr quint32 TagEllipse = 0x2e6477eau;
+constexpr quint32 TagRadius = 0x60867f65u;
+constexpr quint32 TagLatitude = 0xc0abd4d1u;
+constexpr quint32 TagMinRadius = 0x8b1c284au;
+constexpr quint32 TagMaxRadius = 0x75a8e814u;
+constexpr quint32 TagRotation = 0x5d345b27u;
+
+// FrequencyStoreEntryLocation, Station, DFData and DFDataDetail (element
+// "Detail"); Station's Name, Longitude and Latitude, DFData's Frequency and
+// Level and the detail's Antenna have the tags of those names above.
+// TimeStamp is not FrequencyStoreList's Timstamp.
+constexpr quint32 TagLocationResult = 0x70815520u;
+constexpr quint32 TagStationID = 0x8959a5aau;
+constexpr quint32 TagOWNStation = 0xb209ea12u;
+constexpr quint32 TagTimeStamp = 0xef676cc0u;
+constexpr quint32 TagDFData = 0xfef7ee6cu;
+constexpr quint32 TagPositionSource = 0x9e1d3d9du;
+constexpr quint32 TagQuality = 0xc17619a9u;
+constexpr quint32 TagAzimuth = 0x1c019d12u;
+constexpr quint32 TagDFDataDetail = 0x9cfb1d14u;
+constexpr quint32 TagPlotInfo = 0x2238e52au;
+constexpr quint32 TagElevation = 0x4e0f98d1u;
+constexpr quint32 TagElevationVar = 0x04fc5919u;
+constexpr quint32 TagCompass = 0xb11e8572u;
+constexpr quint32 TagStdDeviation = 0x81a70d0du;
+
+// Plot, PlotDetail (element "Detail"), FrequencyList and its Value items;
+// Plot's Radius and Ellipse have the tags of PointOfInterest's, the Value's
+// TimeStamp that of Station's.
+constexpr quint32 TagSignalID = 0xeba8c9c3u;
+constexpr quint32 TagEmitterID = 0xd6626018u;
+constexpr quint32 TagPlotType = 0xe1d9e008u;
+constexpr quint32 TagStartTime = 0x6011b461u;
+constexpr quint32 TagStopTime = 0x02a42596u;
+constexpr quint32 TagFrequencyList = 0x2a730886u;
+constexpr quint32 TagPlotDetail = 0x006ebd1du;
+constexpr quint32 TagFrequencyListValue = 0xb606c910u;
+
+// Plot_Info, Emissions, Emission, Bursts and Burst
+constexpr quint32 TagKVFCLID = 0x0e3f89a7u;
+constexpr quint32 TagEmissions = 0x937b2fc2u;
+constexpr quint32 TagCount = 0x418a62e8u;
+constexpr quint32 TagEmission = 0xae6f8b10u;
+constexpr quint32 TagAzimuthVar = 0x41278844u;
+constexpr quint32 TagBursts = 0x0b928254u;
+constexpr quint32 TagBurst = 0x0db3bf36u;
+
+// LocationResult, LocationResultLocation, LocationResultDetail, Detection
+// and ResultList
+constexpr quint32 TagDFBandwidth = 0x6f24e1d7u;
+constexpr quint32 TagResultLocation = 0x9bef2788u;
+constexpr quint32 TagResultDetail = 0xd6b64cecu;
+constexpr quint32 TagPlot = 0x18d9e008u;
+constexpr quint32 TagReason = 0x59f80ccbu;
+constexpr quint32 TagResultTime = 0x313a8551u;
+
 } // namespace MorvaneTest
 
 #endif

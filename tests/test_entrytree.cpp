@@ -8,6 +8,7 @@
 #include "recordtestsupport.h"
 #include "tags.h"
 #include "treesamples.h"
+#include "treetestsupport.h"
 
 #include <functional>
 #include <utility>
@@ -19,33 +20,6 @@ using ORBELIN::IncompleteDefinitionException;
 using ORBELIN::OutOfRangeException;
 
 namespace {
-
-// The entry's further members, with the tags of the records below them
-constexpr quint32 TagProfileData = 0xe47ba27cu;
-constexpr quint32 TagDemodulator = 0xf9a0ed18u;
-constexpr quint32 TagEntryLocation = 0x705b6beau;
-constexpr quint32 TagStation = 0x186fdadeu;
-constexpr quint32 TagDetection = 0x8c34b28cu;
-constexpr quint32 TagResultList = 0x759b0f30u;
-constexpr quint32 TagEntryDFSettings = 0xaea5904eu;
-constexpr quint32 TagShapeDetector = 0xa1e99122u;
-constexpr quint32 TagPointOfInterest = 0x9cb77838u;
-constexpr quint32 TagPointLocation = 0x22e5149au;
-constexpr quint32 TagEllipse = 0x2e6477eau;
-constexpr quint32 TagLocationResult = 0x70815520u;
-constexpr quint32 TagDFData = 0xfef7ee6cu;
-constexpr quint32 TagDFDataDetail = 0x9cfb1d14u;
-constexpr quint32 TagPlotInfo = 0x2238e52au;
-constexpr quint32 TagEmissions = 0x937b2fc2u;
-constexpr quint32 TagEmission = 0xae6f8b10u;
-constexpr quint32 TagBursts = 0x0b928254u;
-constexpr quint32 TagBurst = 0x0db3bf36u;
-constexpr quint32 TagResultLocation = 0x9bef2788u;
-constexpr quint32 TagResultDetail = 0xd6b64cecu;
-constexpr quint32 TagPlot = 0x18d9e008u;
-constexpr quint32 TagPlotDetail = 0x006ebd1du;
-constexpr quint32 TagFrequencyList = 0x2a730886u;
-constexpr quint32 TagFrequencyListValue = 0xb606c910u;
 
 // The tags of the further members, in the order they are written.
 const QVector<quint32> kFurtherTags = {TagProfileData, TagDemodulator, TagEntryLocation, TagStation,
@@ -144,27 +118,6 @@ FrequencyStoreEntry fullEntry(FrequencyStoreEntry e = baseEntry())
     return e;
 }
 
-QByteArray binaryBody(const FrequencyStoreEntry &entry)
-{
-    return bodyOf(entry.GetBinaryRepresentationAsQByteArray());
-}
-
-// The names of the child elements of the record's own element, in order.
-QStringList childElements(const ORBELIN::IOrbelinObject &record)
-{
-    QStringList names;
-    QXmlStreamReader reader(compactXml(record));
-    int depth = 0;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement() && ++depth == 2)
-            names << reader.name().toString();
-        else if (reader.isEndElement())
-            --depth;
-    }
-    return names;
-}
-
 // Ways to change an entry deep in its tree, each reached through the
 // non-const getters from the entry down.
 const std::vector<std::pair<const char *, std::function<void(FrequencyStoreEntry &)>>> &deepChanges()
@@ -244,10 +197,10 @@ TEST(EntryTree, EntryWithOnlyABranchAndTypeWritesNoneOfTheFurtherMembers)
 {
     const FrequencyStoreEntry e = baseEntry();
     ASSERT_TRUE(e.HasData());
-    EXPECT_EQ(childElements(e), (QStringList{"Type", "FFM_Settings"}));
-    EXPECT_EQ(tagsOf(binaryBody(e)), (QVector<quint32>{VersionTag, TagType, TagFFM}));
+    EXPECT_EQ(childNames(compactXml(e)), (QStringList{"Type", "FFM_Settings"}));
+    EXPECT_EQ(tagsOf(nestedBody(e)), (QVector<quint32>{VersionTag, TagType, TagFFM}));
     for (quint32 tag : kFurtherTags)
-        EXPECT_FALSE(hasTag(binaryBody(e), tag)) << std::hex << tag;
+        EXPECT_FALSE(hasTag(nestedBody(e), tag)) << std::hex << tag;
 }
 
 TEST(EntryTree, FurtherMembersStandBetweenTheBranchAndAdditionalInfoInBothForms)
@@ -257,17 +210,17 @@ TEST(EntryTree, FurtherMembersStandBetweenTheBranchAndAdditionalInfoInBothForms)
     elements << kFurtherElements;
     elements.insert(elements.indexOf("Station") + 1, "Station"); // two stations
     elements << "AdditionalInfo";
-    EXPECT_EQ(childElements(e), elements);
+    EXPECT_EQ(childNames(compactXml(e)), elements);
 
     QVector<quint32> tags = {VersionTag, TagUsage, TagID, TagType, TagAntenna, TagComment, TagFFM};
     tags << kFurtherTags << TagAdditionalInfo;
-    EXPECT_EQ(tagsOf(binaryBody(e)), tags);
+    EXPECT_EQ(tagsOf(nestedBody(e)), tags);
 }
 
 TEST(EntryTree, ShortTimeBranchTakesTheSamePlace)
 {
     const FrequencyStoreEntry e = fullEntry(shortTimeEntry());
-    const QVector<quint32> tags = tagsOf(binaryBody(e));
+    const QVector<quint32> tags = tagsOf(nestedBody(e));
     EXPECT_EQ(tags.indexOf(TagShortTime) + 1, tags.indexOf(TagProfileData));
     EXPECT_FALSE(tags.contains(TagFFM));
     roundTrip(e);
@@ -312,7 +265,7 @@ TEST(EntryTree, EachFurtherMemberHasItsPresenceBitAndIsReadBackFromXml)
 TEST(EntryTree, StationsTravelUnderOneTagWithACountAndItemsByLengthOnly)
 {
     const FrequencyStoreEntry e = fullEntry();
-    const QByteArray value = valueOf(binaryBody(e), TagStation);
+    const QByteArray value = valueOf(nestedBody(e), TagStation);
     QByteArray expected = be32(2);
     for (const Station &s : e.GetStation()) {
         const QByteArray body = bodyOf(s.GetBinaryRepresentationAsQByteArray());
@@ -326,7 +279,7 @@ TEST(EntryTree, EmptyLocationWritesAnEmptyElementAndTwoEmptyVectors)
     FrequencyStoreEntry e = baseEntry();
     e.SetLocation(FrequencyStoreEntryLocation());
     EXPECT_TRUE(compactXml(e).contains(QStringLiteral("<Location/>")));
-    EXPECT_EQ(valueOf(binaryBody(e), TagEntryLocation),
+    EXPECT_EQ(valueOf(nestedBody(e), TagEntryLocation),
               frame(TagStation, be32(0)) + frame(TagLocationResult, be32(0)));
     const RoundTrip<FrequencyStoreEntry> trip = roundTrip(e);
     EXPECT_TRUE(trip.fromXml.IsLocationSet());
@@ -395,10 +348,10 @@ TEST(EntryTree, ResetStationLeavesTheStationsInsideLocationAlone)
     EXPECT_EQ(look.GetLocation().GetStation()[0], shared);
 
     // The entry writes no station list of its own, the location still does.
-    const QByteArray body = binaryBody(e);
+    const QByteArray body = nestedBody(e);
     EXPECT_FALSE(hasTag(body, TagStation));
     EXPECT_TRUE(hasTag(valueOf(body, TagEntryLocation), TagStation));
-    EXPECT_EQ(childElements(e), (QStringList{"Type", "FFM_Settings", "Location"}));
+    EXPECT_EQ(childNames(compactXml(e)), (QStringList{"Type", "FFM_Settings", "Location"}));
 }
 
 // --- round trips, copies and equality --------------------------------------------------
@@ -520,7 +473,7 @@ TEST(EntryTree, ResetToDefaultResetsEveryNestedMemberInTurn)
     // Type: only validation off writes the entry, with its Type unset.)
     FrequencyStoreEntry unchecked = look;
     unchecked.SetValidate(false);
-    EXPECT_EQ(childElements(unchecked), QStringList{"Type"});
+    EXPECT_EQ(childNames(compactXml(unchecked)), QStringList{"Type"});
 }
 
 TEST(EntryTree, CheckGoesBranchScalarsNestedMembersInTableOrderThenAdditionalInfo)
@@ -598,7 +551,7 @@ TEST(EntryTree, CheckSkipsFurtherMembersThatAreNotSet)
     ASSERT_TRUE(look.GetDetection().IsStopTimeSet());
     ASSERT_FALSE(look.IsDetectionSet());
     EXPECT_NO_THROW(e.Check());
-    EXPECT_EQ(childElements(e), (QStringList{"Type", "FFM_Settings"}));
+    EXPECT_EQ(childNames(compactXml(e)), (QStringList{"Type", "FFM_Settings"}));
 
     // Once set, the same members fail the Check.
     e.SetDetection(stopOnly);

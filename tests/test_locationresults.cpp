@@ -5,6 +5,7 @@
 #include "recordtestsupport.h"
 #include "tags.h"
 #include "treesamples.h"
+#include "treetestsupport.h"
 
 #include <cmath>
 #include <limits>
@@ -18,128 +19,6 @@ using ORBELIN::IncompleteDefinitionException;
 using ORBELIN::OutOfRangeException;
 
 namespace {
-
-// The tags of these records that tags.h does not hold, in a namespace of
-// their own so that they never meet a name of tags.h.
-namespace tag {
-constexpr quint32 TimeStamp = 0xef676cc0u;
-constexpr quint32 DFBandwidth = 0x6f24e1d7u;
-constexpr quint32 Location = 0x9bef2788u;
-constexpr quint32 ResultDetail = 0xd6b64cecu;
-constexpr quint32 Plot = 0x18d9e008u;
-constexpr quint32 Station = 0x186fdadeu;
-constexpr quint32 Latitude = 0xc0abd4d1u;
-constexpr quint32 StartTime = 0x6011b461u;
-constexpr quint32 StopTime = 0x02a42596u;
-constexpr quint32 Reason = 0x59f80ccbu;
-constexpr quint32 ResultTime = 0x313a8551u;
-} // namespace tag
-
-const QString lengthErrorTail =
-    QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
-
-template <class R>
-QByteArray nestedBody(const R &record)
-{
-    return bodyOf(record.GetBinaryRepresentationAsQByteArray());
-}
-
-template <class R>
-QByteArray itemsValue(const QVector<R> &items)
-{
-    QByteArray value = be32(quint32(items.size()));
-    for (const R &item : items) {
-        const QByteArray body = nestedBody(item);
-        value += be32(quint32(body.size())) + body;
-    }
-    return value;
-}
-
-QByteArray withLength(const QByteArray &rep, qint32 length)
-{
-    QByteArray copy = rep;
-    copy.replace(4, 4, be32(quint32(length)));
-    return copy;
-}
-
-template <class R>
-::testing::AssertionResult keeps(const R &before, const R &after)
-{
-    if (!(before == after))
-        return ::testing::AssertionFailure() << "the content changed: " << after;
-    if (testsupport::unvalidatedBinary(before) != testsupport::unvalidatedBinary(after))
-        return ::testing::AssertionFailure() << "the binary form changed";
-    if (testsupport::unvalidatedXml(before) != testsupport::unvalidatedXml(after))
-        return ::testing::AssertionFailure() << "the XML form changed";
-    return ::testing::AssertionSuccess();
-}
-
-// Truncations of the representation of `written` (every one for a short
-// record, a spread of them for a long one) and its length field one byte
-// short or long fail to read into a copy of `start`, which keeps what it
-// held; the body read directly with a wrong length throws the length error.
-template <class R>
-void expectBadBinaryKeepsRecord(const R &written, const R &start)
-{
-    const QByteArray full = written.GetBinaryRepresentationAsQByteArray();
-    ASSERT_GT(full.size(), 8);
-    const int stride = full.size() > 1024 ? full.size() / 400 + 1 : 1;
-    QVector<int> cuts;
-    for (int cut = 0; cut < full.size(); cut += (cut < 64 ? 1 : stride))
-        cuts.append(cut);
-    cuts.append(full.size() - 1);
-    for (int cut : cuts) {
-        R record = start;
-        QByteArray part = full.left(cut);
-        EXPECT_FALSE(record.SetBinaryRepresentation(part)) << "cut at " << cut;
-        ASSERT_TRUE(keeps(start, record)) << "cut at " << cut;
-    }
-    const qint32 length = full.size() - 8;
-    for (qint32 wrong : {length - 1, length + 1}) {
-        R record = start;
-        QByteArray bytes = withLength(full, wrong);
-        EXPECT_FALSE(record.SetBinaryRepresentation(bytes)) << wrong;
-        EXPECT_TRUE(keeps(start, record)) << wrong;
-        QByteArray padded = withLength(full, wrong) + QByteArray("\x01", 1);
-        EXPECT_FALSE(record.SetBinaryRepresentation(padded)) << wrong;
-        EXPECT_TRUE(keeps(start, record)) << wrong;
-    }
-    QByteArray negative = withLength(full, -1);
-    R record = start;
-    EXPECT_FALSE(record.SetBinaryRepresentation(negative));
-    EXPECT_TRUE(keeps(start, record));
-
-    for (qint32 wrong : {length - 1, length + 1, qint32(-1)}) {
-        testsupport::BinaryReader reader(full.mid(8));
-        R direct;
-        EXPECT_THROW_MESSAGE(direct.SetBinary(reader.stream, wrong), BinaryParsingException,
-                             direct.GetObjectName() + lengthErrorTail);
-    }
-}
-
-template <class R>
-void expectBrokenXmlKeepsRecord(const R &written, const R &start)
-{
-    const QString document = compactXml(written);
-    ASSERT_FALSE(document.isEmpty());
-    const QString name = written.GetObjectName();
-    const QStringList broken = {
-        document.left(document.size() - 1),
-        document.left(document.size() / 2),
-        document + QStringLiteral("<") + name + QStringLiteral(">"),
-        QString(document).replace(QStringLiteral("</") + name + QStringLiteral(">"),
-                                  QStringLiteral("</") + name + QStringLiteral("X>")),
-        QStringLiteral("<") + name + QStringLiteral("><Name>&bogus;</Name></") + name + QStringLiteral(">"),
-        QString(),
-        QStringLiteral("no xml at all"),
-        QStringLiteral("<Other/>"),
-    };
-    for (const QString &text : broken) {
-        R record = start;
-        EXPECT_FALSE(record.SetXmlString(text)) << text.toStdString();
-        EXPECT_TRUE(keeps(start, record)) << text.toStdString();
-    }
-}
 
 LocationResultLocation location(double longitude, double latitude)
 {
@@ -190,15 +69,15 @@ TEST(LocationResult, WritesItsMembersInTableOrder)
                   + compactXml(samples::station(4, QStringLiteral("Laaer Berg"))) + QStringLiteral("</LocationResult>"));
     const QByteArray body = bodyOf(r.GetBinaryRepresentationAsQByteArray());
     EXPECT_EQ(tagsOf(body),
-              (QVector<quint32>{tag::TimeStamp, tag::DFBandwidth, tag::Location, tag::ResultDetail, tag::Plot, tag::Station}));
-    EXPECT_EQ(valueOf(body, tag::TimeStamp),
+              (QVector<quint32>{TagTimeStamp, TagDFBandwidth, TagResultLocation, TagResultDetail, TagPlot, TagStation}));
+    EXPECT_EQ(valueOf(body, TagTimeStamp),
               utf8Value(Converters::ToString(samples::utc(2026, 11, 23, 8, 31, 5, 250))));
-    EXPECT_EQ(valueOf(body, tag::DFBandwidth), utf8Value(QStringLiteral("25000.00")));
-    EXPECT_EQ(valueOf(body, tag::Location), nestedBody(location(16.41, -90.0)));
-    EXPECT_EQ(valueOf(body, tag::ResultDetail), nestedBody(samples::locationResultDetail()));
-    EXPECT_EQ(valueOf(body, tag::Plot), nestedBody(samples::plot()));
-    EXPECT_EQ(valueOf(body, tag::Station), itemsValue(r.GetStation()));
-    EXPECT_EQ(readBe32(valueOf(body, tag::Station), 0), 2u);
+    EXPECT_EQ(valueOf(body, TagDFBandwidth), utf8Value(QStringLiteral("25000.00")));
+    EXPECT_EQ(valueOf(body, TagResultLocation), nestedBody(location(16.41, -90.0)));
+    EXPECT_EQ(valueOf(body, TagResultDetail), nestedBody(samples::locationResultDetail()));
+    EXPECT_EQ(valueOf(body, TagPlot), nestedBody(samples::plot()));
+    EXPECT_EQ(valueOf(body, TagStation), itemsValue(r.GetStation()));
+    EXPECT_EQ(readBe32(valueOf(body, TagStation), 0), 2u);
 }
 
 TEST(LocationResult, RoundTripsInBothForms)
@@ -226,7 +105,7 @@ TEST(LocationResult, WithoutPositionWritesNoLocationElement)
     EXPECT_FALSE(xml.contains(QStringLiteral("<Location/>")));
     EXPECT_TRUE(xml.contains(QStringLiteral("<DFBandwidth>25000.00</DFBandwidth><Detail>")));
     const QByteArray body = bodyOf(r.GetBinaryRepresentationAsQByteArray());
-    EXPECT_EQ(tagsOf(body), (QVector<quint32>{tag::TimeStamp, tag::DFBandwidth, tag::ResultDetail, tag::Plot, tag::Station}));
+    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagTimeStamp, TagDFBandwidth, TagResultDetail, TagPlot, TagStation}));
     const RoundTrip<LocationResult> trip = roundTrip(r);
     EXPECT_FALSE(trip.fromXml.IsLocationSet());
     EXPECT_FALSE(trip.fromBinary.IsLocationSet());
@@ -243,14 +122,14 @@ TEST(LocationResult, EmptyStationVectorWritesCountZeroInBinaryAndNothingInXml)
     const LocationResult minimal = minimalResult();
     EXPECT_FALSE(minimal.IsStationSet());
     const QByteArray body = bodyOf(minimal.GetBinaryRepresentationAsQByteArray());
-    EXPECT_EQ(tagsOf(body), (QVector<quint32>{tag::TimeStamp, tag::DFBandwidth, tag::ResultDetail, tag::Station}));
-    EXPECT_EQ(valueOf(body, tag::Station), be32(0));
+    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagTimeStamp, TagDFBandwidth, TagResultDetail, TagStation}));
+    EXPECT_EQ(valueOf(body, TagStation), be32(0));
     EXPECT_FALSE(compactXml(minimal).contains(QStringLiteral("Station")));
 
     LocationResult marked = minimalResult();
     marked.GetStation();
     EXPECT_TRUE(marked.IsStationSet());
-    EXPECT_EQ(valueOf(bodyOf(marked.GetBinaryRepresentationAsQByteArray()), tag::Station), be32(0));
+    EXPECT_EQ(valueOf(bodyOf(marked.GetBinaryRepresentationAsQByteArray()), TagStation), be32(0));
     EXPECT_EQ(compactXml(marked), compactXml(minimal));
 }
 
@@ -455,7 +334,7 @@ TEST(LocationResult, BadInputKeepsTheRecord)
     QByteArray spoiled;
     for (const Frame &f : frames) {
         QByteArray value = f.value;
-        if (f.tag == tag::Station)
+        if (f.tag == TagStation)
             value.replace(4, 4, be32(readBe32(value, 4) - 1));
         spoiled += frame(f.tag, value);
     }
@@ -488,8 +367,8 @@ TEST(LocationResult, UnknownTagsAndUnreadableValuesInBinary)
     EXPECT_EQ(read, samples::locationResult());
 
     QByteArray bad = representation(LocationResult::GetId(),
-                                    frame(tag::DFBandwidth, utf8Value(QStringLiteral("n/a")))
-                                        + frame(tag::TimeStamp, utf8Value(QStringLiteral("2026-13-45"))));
+                                    frame(TagDFBandwidth, utf8Value(QStringLiteral("n/a")))
+                                        + frame(TagTimeStamp, utf8Value(QStringLiteral("2026-13-45"))));
     LocationResult lax;
     ASSERT_TRUE(lax.SetBinaryRepresentation(bad));
     EXPECT_TRUE(lax.IsDFBandwidthSet());
@@ -506,9 +385,9 @@ TEST(LocationResultLocation, WritesSixDecimalsUnderTheElementLocation)
     EXPECT_EQ(compactXml(l), QStringLiteral("<Location><Longitude>-180.000000</Longitude>"
                                             "<Latitude>90.000000</Latitude></Location>"));
     const QByteArray body = bodyOf(l.GetBinaryRepresentationAsQByteArray());
-    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagLongitude, tag::Latitude}));
+    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagLongitude, TagLatitude}));
     EXPECT_EQ(valueOf(body, TagLongitude), utf8Value(QStringLiteral("-180.000000")));
-    EXPECT_EQ(valueOf(body, tag::Latitude), utf8Value(QStringLiteral("90.000000")));
+    EXPECT_EQ(valueOf(body, TagLatitude), utf8Value(QStringLiteral("90.000000")));
     EXPECT_EQ(compactXml(location(0.0000004, -0.000001)),
               QStringLiteral("<Location><Longitude>0.000000</Longitude><Latitude>-0.000001</Latitude></Location>"));
     roundTrip(l);
@@ -625,8 +504,8 @@ TEST(DetectionTimes, WritesStartThenStop)
     EXPECT_EQ(compactXml(d), QStringLiteral("<Detection><StartTime>2026-11-23T08:30:00,000Z</StartTime>"
                                             "<StopTime>2026-11-23T08:45:30,999Z</StopTime></Detection>"));
     const QByteArray body = bodyOf(d.GetBinaryRepresentationAsQByteArray());
-    EXPECT_EQ(tagsOf(body), (QVector<quint32>{tag::StartTime, tag::StopTime}));
-    EXPECT_EQ(valueOf(body, tag::StopTime), utf8Value(Converters::ToString(samples::utc(2026, 11, 23, 8, 45, 30, 999))));
+    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagStartTime, TagStopTime}));
+    EXPECT_EQ(valueOf(body, TagStopTime), utf8Value(Converters::ToString(samples::utc(2026, 11, 23, 8, 45, 30, 999))));
     const RoundTrip<Detection> trip = roundTrip(d);
     EXPECT_EQ(trip.fromXml.GetStopTime(), samples::utc(2026, 11, 23, 8, 45, 30, 999));
 }
@@ -637,7 +516,7 @@ TEST(DetectionTimes, OnlyStartTimeWritesStartTimeAlone)
     d.SetStartTime(samples::utc(2026, 11, 23, 8, 30, 0, 0));
     EXPECT_TRUE(d.HasData());
     EXPECT_EQ(compactXml(d), QStringLiteral("<Detection><StartTime>2026-11-23T08:30:00,000Z</StartTime></Detection>"));
-    EXPECT_EQ(tagsOf(bodyOf(d.GetBinaryRepresentationAsQByteArray())), QVector<quint32>{tag::StartTime});
+    EXPECT_EQ(tagsOf(bodyOf(d.GetBinaryRepresentationAsQByteArray())), QVector<quint32>{TagStartTime});
     const RoundTrip<Detection> trip = roundTrip(d);
     EXPECT_FALSE(trip.fromXml.IsStopTimeSet());
     EXPECT_FALSE(trip.fromBinary.IsStopTimeSet());
@@ -684,8 +563,8 @@ TEST(ResultList, WritesReasonTimeAndConfidence)
                                             "<ResultTime>2026-11-23T08:46:00,000Z</ResultTime>"
                                             "<Confidence>93</Confidence></ResultList>"));
     const QByteArray body = bodyOf(r.GetBinaryRepresentationAsQByteArray());
-    EXPECT_EQ(tagsOf(body), (QVector<quint32>{tag::Reason, tag::ResultTime, TagConfidence}));
-    EXPECT_EQ(valueOf(body, tag::Reason), utf8Value(QStringLiteral("matched profile P-0042")));
+    EXPECT_EQ(tagsOf(body), (QVector<quint32>{TagReason, TagResultTime, TagConfidence}));
+    EXPECT_EQ(valueOf(body, TagReason), utf8Value(QStringLiteral("matched profile P-0042")));
     EXPECT_EQ(valueOf(body, TagConfidence), be32(93));
     EXPECT_EQ(valueOf(body, TagConfidence).size(), 4);
     roundTrip(r);

@@ -1,4 +1,4 @@
-#include "frequencystore/filehandling.h"
+#include "frequencystore/filehandling_p.h"
 
 #include "frame/exceptions.h"
 #include "frame/qtcompat.h"
@@ -16,125 +16,72 @@
 
 namespace Morvane {
 
-namespace {
+using namespace filehandling;
 
-using ListType = FrequencyStoreListHelper::ListType;
+// --- shared by the list files ----------------------------------------------------
 
-const QString &sourcePath()
-{
-    static const QString path = QStringLiteral("frequencystore/filehandling");
-    return path;
-}
-
-// The text of an empty cell.
-const QString &emptyCell()
-{
-    static const QString text = QStringLiteral("---");
-    return text;
-}
-
-void trace(const QString &text, int line)
-{
-    if (ErrorHandler::Instance()->GetTraceMask() & ErrorHandler::TraceErrors)
-        _Q_Trace(sourcePath(), text, static_cast<unsigned short>(line));
-}
-
-// Every trace call stands on one line, so that the line traced is the call's.
-#define FILEHANDLING_TRACE(text) trace((text), __LINE__)
-
-// A number as the files write it: fixed, two decimals, no grouping.
-QString fixed2(double value)
-{
-    return QStringLiteral("%1").arg(value, 0, 'f', 2);
-}
-
-// The cell of a column in a row. A cell is a text, never the null string: an
-// empty cell is an empty text, which the string setters take.
-QString cellAt(const CSVColumn *column, int row)
-{
-    const QStringList *values = column ? column->GetValues() : nullptr;
-    if (!values || row < 0 || row >= values->size() || values->at(row).isNull())
-        return QStringLiteral("");
-    return values->at(row);
-}
-
-// Stores a number into the Value of a value record (Frequency, IFBandwidth)
-// with its presence bit, past the setter's test: the setter runs with the
-// record's validation switched off, and the flag is put back afterwards. The
-// value record has no children, so its own flag is all there is to switch.
-template <class ValueRecord>
-void storeValue(ValueRecord &record, double value)
-{
-    const bool validate = record.GetValidate();
-    record.SetValidate(false);
-    record.SetValue(value);
-    record.SetValidate(validate);
-}
-
-// The columns the notepad, suppress and NOI files have in common.
-struct SimpleColumns
-{
-    const CSVColumn *type = nullptr;
-    const CSVColumn *comment = nullptr;
-    const CSVColumn *frequency = nullptr;
-    const CSVColumn *bandwidth = nullptr;
-    const CSVColumn *analogDemod = nullptr;
-};
-
-// Reads the whole file, then makes one entry for each row and appends it to
-// the list. analogDemod: whether the file has the AnalogDemod column
-// (NotePad).
-void importSimple(const QString &fileName, FrequencyStoreList &list, bool analogDemod)
+void filehandling::importRows(const QString &fileName, FrequencyStoreList &list, bool analogDemod,
+                              const std::function<RowFiller(const CSVFileLoader &)> &extraColumns)
 {
     CSVFileLoader loader;
     loader.LoadFile(fileName);
 
-    SimpleColumns columns;
-    columns.type = loader.GetColumn(QStringLiteral("Type"));
-    columns.comment = loader.GetColumn(QStringLiteral("Comment"));
-    columns.frequency = loader.GetColumn(QStringLiteral("Frequency"));
-    columns.bandwidth = loader.GetColumn(QStringLiteral("IFBandwidth"));
-    if (analogDemod)
-        columns.analogDemod = loader.GetColumn(QStringLiteral("AnalogDemod"));
+    const CSVColumn *type = loader.GetColumn(QStringLiteral("Type"));
+    const CSVColumn *comment = loader.GetColumn(QStringLiteral("Comment"));
+    const CSVColumn *frequency = loader.GetColumn(QStringLiteral("Frequency"));
+    const CSVColumn *bandwidth = loader.GetColumn(QStringLiteral("IFBandwidth"));
+    const CSVColumn *analog = analogDemod ? loader.GetColumn(QStringLiteral("AnalogDemod")) : nullptr;
     // The rows are counted by the Type column: without it the file is not
     // taken for a list of no rows.
-    if (!columns.type || !columns.type->GetValues())
+    if (!type || !type->GetValues())
         throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. The column 'Type' is missing!"));
+    const RowFiller extra = extraColumns ? extraColumns(loader) : RowFiller();
 
-    const int rows = int(columns.type->GetValues()->size());
+    const int rows = int(type->GetValues()->size());
     const bool validate = list.GetValidate();
     for (int row = 0; row < rows; ++row) {
         FrequencyStoreEntry entry;
         entry.SetValidate(validate);
 
-        const QString type = cellAt(columns.type, row);
-        if (type.isEmpty())
+        const QString typeText = cellAt(type, row);
+        if (typeText.isEmpty())
             throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
-        entry.SetType(type);
+        entry.SetType(typeText);
 
-        if (columns.comment) {
-            const QString comment = cellAt(columns.comment, row);
-            if (comment != emptyCell())
-                entry.SetComment(comment);
+        if (comment) {
+            const QString text = cellAt(comment, row);
+            if (text != emptyCell())
+                entry.SetComment(text);
         }
         // Any receiver cell selects the fixed-frequency settings.
-        if (columns.frequency)
-            storeValue(entry.GetFFM_Settings().GetFrequency(), cellAt(columns.frequency, row).toDouble());
-        if (columns.bandwidth)
-            storeValue(entry.GetFFM_Settings().GetIFBandwidth(), cellAt(columns.bandwidth, row).toDouble());
-        if (columns.analogDemod) {
+        if (frequency)
+            storeValue(entry.GetFFM_Settings().GetFrequency(), cellAt(frequency, row).toDouble());
+        if (bandwidth)
+            storeValue(entry.GetFFM_Settings().GetIFBandwidth(), cellAt(bandwidth, row).toDouble());
+        if (analog) {
             FFM_Settings &settings = entry.GetFFM_Settings();
-            const QString name = cellAt(columns.analogDemod, row);
+            const QString name = cellAt(analog, row);
             if (name != emptyCell())
                 settings.SetAnalogDemod(settings.NameToAnalogDemod(name));
         }
+        if (extra)
+            extra(entry, row);
 
         entry.Check(false);
         list.AppendFrequencyStoreEntry(std::move(entry));
     }
 }
 
-} // namespace
+QVector<FrequencyStoreEntry> filehandling::exportedEntries(FrequencyStoreListHelper &helper)
+{
+    const QVector<FrequencyStoreEntry> &entries =
+        static_cast<const FrequencyStoreListHelper &>(helper).GetFrequencyStoreList().GetFrequencyStoreEntry();
+    QVector<FrequencyStoreEntry> copies;
+    copies.reserve(entries.size());
+    for (const FrequencyStoreEntry &entry : entries)
+        copies.append(FrequencyStoreEntry(entry));
+    return copies;
+}
 
 FileHandling::FileHandling() = default;
 FileHandling::FileHandling(const FileHandling &) = default;
@@ -175,34 +122,6 @@ bool FileHandling::ExportFrequencyStoreList(bool csv, const QString &fileName, F
     if (csv)
         return handling.ExportCSV(fileName, helper);
     return handling.ExportXml(fileName, helper.GetFrequencyStoreList());
-}
-
-bool FileHandling::ExportFrequencyStoreList(bool csv, const QString &fileName, DetectionResultList &list)
-{
-    FileHandling handling;
-    FrequencyStoreListHelper helper;
-    helper.SetListType(FrequencyStoreListHelper::ListType_DetectionResult);
-    if (list.IsUsageSet())
-        helper.GetFrequencyStoreList().SetUsage(FrequencyStoreList::Usage(int(list.GetUsage())));
-    FrequencyStoreList &converted = helper.GetFrequencyStoreList();
-    // The conversion is not there yet. Until it is, its failure is reported
-    // as the failure of the writing that follows it, in both forms.
-    if (csv) {
-        try {
-            handling.WriteToFile(fileName, handling.ConvertDetectionResults(list, converted));
-        } catch (const ORBELIN::OrbelinException &e) {
-            FILEHANDLING_TRACE(QStringLiteral("Error writing file %1. %2: %3").arg(fileName, e.GetExceptionName(), e.GetMessage()));
-            return false;
-        }
-        return true;
-    }
-    try {
-        handling.ConvertDetectionResults(list, converted);
-    } catch (const ORBELIN::OrbelinException &e) {
-        FILEHANDLING_TRACE(QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(e.GetMessage()));
-        return false;
-    }
-    return handling.ExportXml(fileName, converted);
 }
 
 bool FileHandling::ImportXml(const QString &fileName, FrequencyStoreList &list)
@@ -392,17 +311,12 @@ void FileHandling::AppendAnalogDemod(FrequencyStoreEntry &entry, QString &line, 
 
 // --- list files ------------------------------------------------------------------------
 
-// The exports work on copies: the entry vector is copied, and each entry again
-// (with its validation flag), so that the getters that mark members as present
-// change only the copy.
+// The exports work on copies of the entries (exportedEntries).
 
 void FileHandling::ExportNotePad(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    const QVector<FrequencyStoreEntry> entries =
-        static_cast<const FrequencyStoreListHelper &>(helper).GetFrequencyStoreList().GetFrequencyStoreEntry();
     QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;\n");
-    for (const FrequencyStoreEntry &item : entries) {
-        FrequencyStoreEntry entry(item);
+    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
         AppendType(entry, text, false);
         AppendComment(entry, text, false);
         AppendFrequency(entry, text, false);
@@ -414,11 +328,8 @@ void FileHandling::ExportNotePad(const QString &fileName, FrequencyStoreListHelp
 
 void FileHandling::ExportNOI(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    const QVector<FrequencyStoreEntry> entries =
-        static_cast<const FrequencyStoreListHelper &>(helper).GetFrequencyStoreList().GetFrequencyStoreEntry();
     QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth\n");
-    for (const FrequencyStoreEntry &item : entries) {
-        FrequencyStoreEntry entry(item);
+    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
         AppendType(entry, text, false);
         AppendComment(entry, text, false);
         AppendFrequency(entry, text, false);
@@ -427,69 +338,19 @@ void FileHandling::ExportNOI(const QString &fileName, FrequencyStoreListHelper &
     WriteToFile(fileName, text);
 }
 
-void FileHandling::ExportTargetList(const QString &, FrequencyStoreListHelper &)
-{
-    NotSupportedYet(QStringLiteral("The CSV export of TargetList"));
-}
-
-void FileHandling::ExportDataResults(const QString &, FrequencyStoreListHelper &)
-{
-    NotSupportedYet(QStringLiteral("The CSV export of DataResults"));
-}
-
-void FileHandling::ExportDetectionConventional(const QString &, FrequencyStoreListHelper &)
-{
-    NotSupportedYet(QStringLiteral("The CSV export of DetectionConventional"));
-}
-
-void FileHandling::ExportMemoryScan(const QString &, FrequencyStoreListHelper &)
-{
-    NotSupportedYet(QStringLiteral("The CSV export of MemoryScan"));
-}
-
-void FileHandling::ExportDetectionResult(const QString &fileName, FrequencyStoreListHelper &helper)
-{
-    WriteToFile(fileName, ConvertDetectionResults(helper.GetDetectionResultList(), helper.GetFrequencyStoreList()));
-}
-
 void FileHandling::ImportNotePad(const QString &fileName, FrequencyStoreList &list)
 {
-    importSimple(fileName, list, true);
+    importRows(fileName, list, true);
 }
 
 void FileHandling::ImportSuppress(const QString &fileName, FrequencyStoreList &list)
 {
-    importSimple(fileName, list, false);
+    importRows(fileName, list, false);
 }
 
 void FileHandling::ImportNOI(const QString &fileName, FrequencyStoreList &list)
 {
     ImportSuppress(fileName, list);
-}
-
-void FileHandling::ImportTargetList(const QString &, FrequencyStoreList &)
-{
-    NotSupportedYet(QStringLiteral("The CSV import of TargetList"));
-}
-
-void FileHandling::ImportDataResults(const QString &, FrequencyStoreList &)
-{
-    NotSupportedYet(QStringLiteral("The CSV import of DataResults"));
-}
-
-void FileHandling::ImportDetectionConventional(const QString &, FrequencyStoreList &)
-{
-    NotSupportedYet(QStringLiteral("The CSV import of DetectionConventional"));
-}
-
-void FileHandling::ImportMemoryScan(const QString &, FrequencyStoreList &)
-{
-    NotSupportedYet(QStringLiteral("The CSV import of MemoryScan"));
-}
-
-QString FileHandling::ConvertDetectionResults(DetectionResultList &, FrequencyStoreList &)
-{
-    NotSupportedYet(QStringLiteral("The conversion of detection results"));
 }
 
 void FileHandling::NotSupportedYet(const QString &what)

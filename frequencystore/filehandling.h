@@ -131,6 +131,32 @@ private:
     void AppendFrequency(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
     void AppendBandwidth(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
     void AppendAnalogDemod(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendLevel(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendPriority(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendProfileId(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendSignalClass(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendTransmissionSystem(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendProfileName(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendThreatClass(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendReason(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendResultTime(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendConfidence(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendStartTime(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendStopTime(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendAntenna(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendActive(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendAFC(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendAttenuation(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendSquelchState(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendSquelchValue(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendChannelNo(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendAlarm(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendDFMode(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendAveraging(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendLevelThreshold(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendDFBandwidth(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendDFStep(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    void AppendIFStep(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
 
     void ExportNotePad(const QString &fileName, FrequencyStoreListHelper &helper);
     // Suppress and NOIFrequencies files are one format.

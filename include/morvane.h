@@ -17,5 +17,6 @@
 #include "frequencystore/csvcolumn.h"
 #include "frequencystore/csvfileloader.h"
 #include "frequencystore/filehandling.h"
+#include "frequencystore/detectionresulthelper.h"
 
 #endif

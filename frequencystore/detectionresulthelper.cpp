@@ -1,0 +1,1 @@
+#include "frequencystore/detectionresulthelper.h"

@@ -1,0 +1,109 @@
+#ifndef MORVANE_FILEHANDLING_P_H
+#define MORVANE_FILEHANDLING_P_H
+
+// What the list files of FileHandling share: the trace, the text of an empty
+// cell, the number forms, the cells of a loaded file and the import of the
+// columns every list file has. Private to the library.
+
+#include "frame/trace.h"
+#include "frequencystore/csvcolumn.h"
+#include "frequencystore/csvfileloader.h"
+#include "frequencystore/filehandling.h"
+
+#include <QtCore/QString>
+
+#include <functional>
+
+namespace Morvane {
+namespace filehandling {
+
+// The source path the file handling gives to the trace.
+inline const QString &sourcePath()
+{
+    static const QString path = QStringLiteral("frequencystore/filehandling");
+    return path;
+}
+
+// Traces text with the source path and the line of the call, when the trace
+// mask has ErrorHandler::TraceErrors set.
+inline void trace(const QString &source, const QString &text, int line)
+{
+    if (ErrorHandler::Instance()->GetTraceMask() & ErrorHandler::TraceErrors)
+        _Q_Trace(source, text, static_cast<unsigned short>(line));
+}
+
+// Every trace call stands on one line, so that the line traced is the call's.
+#define FILEHANDLING_TRACE(text) ::Morvane::filehandling::trace(::Morvane::filehandling::sourcePath(), (text), __LINE__)
+
+// The text of an empty cell.
+inline const QString &emptyCell()
+{
+    static const QString text = QStringLiteral("---");
+    return text;
+}
+
+// A number as the files write most numbers: fixed, two decimals, no grouping.
+inline QString fixed2(double value)
+{
+    return QStringLiteral("%1").arg(value, 0, 'f', 2);
+}
+
+// A number in the shortest form that reads back the same ('g', precision -1).
+inline QString shortest(double value)
+{
+    return QStringLiteral("%1").arg(value, 0, 'g', -1);
+}
+
+// The cell of a column in a row. A cell is a text, never the null string: an
+// empty cell is an empty text, which the string setters take.
+inline QString cellAt(const CSVColumn *column, int row)
+{
+    const QStringList *values = column ? column->GetValues() : nullptr;
+    if (!values || row < 0 || row >= values->size() || values->at(row).isNull())
+        return QStringLiteral("");
+    return values->at(row);
+}
+
+// Stores a value into a member past its setter's test: the setter runs with
+// the record's validation switched off, and the flag is put back afterwards.
+// Meant for records without children (value records, details), whose own
+// flag is all there is to switch.
+template <class R, class F>
+void pastSetter(R &record, F set)
+{
+    const bool validate = record.GetValidate();
+    record.SetValidate(false);
+    set(record);
+    record.SetValidate(validate);
+}
+
+// Stores a number into the Value of a value record (Frequency, IFBandwidth)
+// with its presence bit, past the setter's test.
+template <class ValueRecord>
+void storeValue(ValueRecord &record, double value)
+{
+    pastSetter(record, [value](ValueRecord &r) { r.SetValue(value); });
+}
+
+// The cells of a list type beyond the common columns, put into the entry of
+// a row after the common ones.
+using RowFiller = std::function<void(FrequencyStoreEntry &entry, int row)>;
+
+// Reads the whole file, then makes one entry for each row, fills it from the
+// columns Type, Comment, Frequency and IFBandwidth (and AnalogDemod when
+// analogDemod is true), then through the filler that extraColumns gives for
+// the loaded file (when there is one), and appends it to the list after
+// Check(false). Throws for the file and for the first row that fails; the
+// entries of the rows ahead of it stay in the list.
+void importRows(const QString &fileName, FrequencyStoreList &list, bool analogDemod,
+                const std::function<RowFiller(const CSVFileLoader &)> &extraColumns = {});
+
+// The entries of the helper's list, each copied with its validation flag, in
+// list order: the exports work on these copies, so that the getters that mark
+// members as present change only the copies.
+QVector<FrequencyStoreEntry> exportedEntries(FrequencyStoreListHelper &helper);
+
+} // namespace filehandling
+} // namespace Morvane
+
+#endif

@@ -3,7 +3,7 @@
 // the notepad, suppress and NOI files in both directions, good and bad. Every
 // file is a real file in a temporary folder.
 
-#include "testsupport.h"
+#include "filehandlingtestsupport.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -96,34 +96,9 @@ public:
 } // namespace Morvane
 
 using Access = Morvane::FileHandlingTestAccess;
+using namespace MorvaneTest;
 
 namespace {
-
-const ListType NotePad = FrequencyStoreListHelper::ListType_NotePad;
-const ListType Suppress = FrequencyStoreListHelper::ListType_Suppress;
-const ListType TargetList = FrequencyStoreListHelper::ListType_TargetList;
-const ListType DataResults = FrequencyStoreListHelper::ListType_DataResults;
-const ListType NOIFrequencies = FrequencyStoreListHelper::ListType_NOIFrequencies;
-const ListType DetectionConventional = FrequencyStoreListHelper::ListType_DetectionConventional;
-const ListType MemoryScan = FrequencyStoreListHelper::ListType_MemoryScan;
-const ListType DetectionResult = FrequencyStoreListHelper::ListType_DetectionResult;
-const ListType TransducerList = FrequencyStoreListHelper::ListType_TransducerList;
-
-const QString notePadHeader = QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;\n");
-const QString suppressHeader = QStringLiteral("Type;Comment;Frequency;IFBandwidth\n");
-const QString corrupt = QStringLiteral("Data is corrupt!. It can't be assigned to the header!");
-const QString importError = QStringLiteral("Import: Cannot export frequency store to file as error ");
-const QString exportError = QStringLiteral("ExportCSV: Cannot export frequency store to file as error ");
-const QString xmlError = QStringLiteral("ExportXml:: Cannot export frequency store to file as error ");
-const QString invalidType = QStringLiteral("ExportCSV: Cannot export frequency store to file as ListType is invalid!!");
-const QString transducer = QStringLiteral("find application that actually needs transducer settings?");
-
-struct TraceLine
-{
-    QString file;
-    QString text;
-    unsigned short line;
-};
 
 FrequencyStoreEntry entry(const QString &type, const QString &comment, double frequency, double bandwidth,
                           int analogDemod = -1)
@@ -182,70 +157,6 @@ const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
 {
     return list.GetFrequencyStoreEntry();
 }
-
-class FileHandlingTest : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(dir.isValid());
-        savedMask = ErrorHandler::Instance()->GetTraceMask();
-        ErrorHandler::Instance()->SetTraceMask(ErrorHandler::TraceErrors);
-        ErrorHandler::Instance()->SetTraceSink([this](const QString &file, const QString &text, unsigned short line) {
-            lines.push_back({file, text, line});
-        });
-    }
-
-    void TearDown() override
-    {
-        ErrorHandler::Instance()->SetTraceSink(ErrorHandler::TraceSink());
-        ErrorHandler::Instance()->SetTraceMask(savedMask);
-    }
-
-    QString path(const char *name) const { return dir.filePath(QString::fromUtf8(name)); }
-
-    QString write(const char *name, const QByteArray &bytes) const
-    {
-        const QString fileName = path(name);
-        QFile file(fileName);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        EXPECT_EQ(bytes.size(), file.write(bytes));
-        return fileName;
-    }
-
-    QString write(const char *name, const char *text) const { return write(name, QByteArray(text)); }
-
-    static QByteArray read(const QString &fileName)
-    {
-        QFile file(fileName);
-        if (!file.open(QIODevice::ReadOnly)) {
-            ADD_FAILURE() << "cannot read " << fileName.toStdString();
-            return QByteArray();
-        }
-        return file.readAll();
-    }
-
-    QStringList texts() const
-    {
-        QStringList out;
-        for (const TraceLine &line : lines)
-            out.append(line.text);
-        return out;
-    }
-
-    // The names in the folder: what a write left behind.
-    QStringList folder() const { return QDir(dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot); }
-
-    // Imports text as a file of this type into the list; the result.
-    bool import(const QByteArray &text, FrequencyStoreList &list, ListType type = NotePad)
-    {
-        return FileHandling().ImportCSV(write("in.csv", text), list, type);
-    }
-
-    QTemporaryDir dir;
-    std::vector<TraceLine> lines;
-    unsigned savedMask = 0;
-};
 
 // --- entry points and dispatch ------------------------------------------------------------
 
@@ -372,76 +283,6 @@ TEST_F(FileHandlingTest, TransducerListAndDetectionResultHaveNoCSVImportAndTrans
     EXPECT_FALSE(FileHandling().ExportFrequencyStoreList(true, path("transducer.csv"), list, TransducerList));
     EXPECT_EQ(QStringList{transducer}, texts());
     EXPECT_FALSE(QFileInfo::exists(path("transducer.csv")));
-}
-
-namespace {
-
-// The list types whose CSV files come later, with their names.
-const struct
-{
-    FrequencyStoreListHelper::ListType type;
-    const char *name;
-} notThereYet[] = {{FrequencyStoreListHelper::ListType_TargetList, "TargetList"},
-                   {FrequencyStoreListHelper::ListType_DataResults, "DataResults"},
-                   {FrequencyStoreListHelper::ListType_DetectionConventional, "DetectionConventional"},
-                   {FrequencyStoreListHelper::ListType_MemoryScan, "MemoryScan"}};
-
-} // namespace
-
-TEST_F(FileHandlingTest, ListTypesWhoseCSVExportIsNotThereYetFailAsAnExportFailureAndKeepTheFile)
-{
-    FrequencyStoreList list = twoEntries();
-    const QByteArray old("old content\n");
-    const QString file = write("out.csv", old);
-    for (const auto &c : notThereYet) {
-        lines.clear();
-        EXPECT_FALSE(FileHandling().ExportFrequencyStoreList(true, file, list, c.type)) << c.name;
-        EXPECT_EQ(QStringList{exportError + QStringLiteral("The CSV export of %1 is not supported yet")
-                                                .arg(QLatin1String(c.name))},
-                  texts());
-        EXPECT_EQ(old, read(file));
-    }
-    // The detection result file needs the conversion of the results.
-    lines.clear();
-    EXPECT_FALSE(FileHandling().ExportFrequencyStoreList(true, file, list, DetectionResult));
-    EXPECT_EQ(QStringList{exportError + QStringLiteral("The conversion of detection results is not supported yet")},
-              texts());
-    EXPECT_EQ(old, read(file));
-    EXPECT_EQ(QStringList{QStringLiteral("out.csv")}, folder());
-}
-
-TEST_F(FileHandlingTest, ListTypesWhoseCSVImportIsNotThereYetFailAsAnImportFailureAndLeaveTheList)
-{
-    // A file each of them could read once they are there.
-    const QString file = write("in.csv", "Type;Comment;Frequency;IFBandwidth\nT;c;1;2\n");
-    for (const auto &c : notThereYet) {
-        lines.clear();
-        FrequencyStoreList list = holdingOne();
-        const FrequencyStoreList before = list;
-        EXPECT_FALSE(FileHandling().ImportCSV(file, list, c.type)) << c.name;
-        EXPECT_EQ(before, list) << c.name;
-        EXPECT_EQ(QStringList{importError + QStringLiteral("The CSV import of %1 is not supported yet")
-                                                .arg(QLatin1String(c.name))},
-                  texts());
-    }
-}
-
-TEST_F(FileHandlingTest, DetectionResultListExportIsNotThereYetAndFailsAsAWriteFailure)
-{
-    DetectionResultList results;
-    results.SetUsage(DetectionResultList::Usage_Target);
-    const QString csv = path("results.csv");
-    EXPECT_FALSE(FileHandling().ExportFrequencyStoreList(true, csv, results));
-    EXPECT_EQ(QStringList{QStringLiteral("Error writing file %1. OrbelinException: The conversion of detection "
-                                         "results is not supported yet")
-                              .arg(csv)},
-              texts());
-
-    lines.clear();
-    EXPECT_FALSE(FileHandling().ExportFrequencyStoreList(false, path("results.xml"), results));
-    EXPECT_EQ(QStringList{xmlError + QStringLiteral("The conversion of detection results is not supported yet")},
-              texts());
-    EXPECT_TRUE(folder().isEmpty());
 }
 
 TEST_F(FileHandlingTest, ExportCSVOfAnXmlTextWritesNothingAndReturnsTrue)

@@ -191,5 +191,425 @@ for round_ in range(2):
         close("ShortTime_Settings")
         close("FrequencyStoreEntry")
 
+# Five entries that carry the whole tree beyond their settings branch: profile
+# data with points of interest, demodulators of several variants, locations
+# with stations, bearings, emissions and location results, stations of the
+# entry, detection, result list, direction-finding and shape-detector
+# settings. Written out as the library writes them.
+WHOLE_TREES = r"""
+    <FrequencyStoreEntry Version="2.0">
+        <Usage>Target</Usage>
+        <ID>FT-0101</ID>
+        <Type>Trunked radio</Type>
+        <Antenna>Discone</Antenna>
+        <Comment>Harbour TETRA control channel</Comment>
+        <FFM_Settings Version="1.2">
+            <Frequency>390112500.00</Frequency>
+            <IFBandwidth>25000.00</IFBandwidth>
+            <AnalogDemod>IQ</AnalogDemod>
+            <Level>12.50</Level>
+            <TunerMode>FixedFrequency</TunerMode>
+        </FFM_Settings>
+        <Profile_Data>
+            <SignalClass>Digital voice</SignalClass>
+            <ProfileID>P-0042</ProfileID>
+            <TransmissionSystem>TETRA</TransmissionSystem>
+            <ProfileName>Harbour operations</ProfileName>
+            <ObjectName>Pier 3</ObjectName>
+            <Priority>high</Priority>
+            <ThreatClass>low</ThreatClass>
+            <PointOfInterest>
+                <DisplayName>Container terminal</DisplayName>
+                <Location>
+                    <Longitude>16.423611</Longitude>
+                    <Latitude>48.187500</Latitude>
+                </Location>
+                <Radius>1500.00</Radius>
+            </PointOfInterest>
+            <PointOfInterest>
+                <DisplayName>Oil harbour</DisplayName>
+                <Location>
+                    <Longitude>16.447222</Longitude>
+                    <Latitude>48.179167</Latitude>
+                </Location>
+                <Ellipse>
+                    <MinRadius>400.00</MinRadius>
+                    <MaxRadius>1200.00</MaxRadius>
+                    <Rotation>35.00</Rotation>
+                </Ellipse>
+            </PointOfInterest>
+        </Profile_Data>
+        <Demodulator_Settings>
+            <Mode>PSK</Mode>
+            <FrequencyOffset>0.00</FrequencyOffset>
+            <PSK_Settings>
+                <ModType>PSK4B</ModType>
+                <Baudrate>18000.00</Baudrate>
+                <Detail>
+                    <BaudCapRange>50.00</BaudCapRange>
+                    <BaudTrackRange>10.00</BaudTrackRange>
+                    <EqualizerMode>true</EqualizerMode>
+                    <FFE_FilterOrder>8.00</FFE_FilterOrder>
+                    <FFE_ConvergenceFactor>0.05</FFE_ConvergenceFactor>
+                    <FrqOffTrack>250.00</FrqOffTrack>
+                    <Sideband>Upper (USB)</Sideband>
+                </Detail>
+            </PSK_Settings>
+        </Demodulator_Settings>
+        <DF_Settings Version="1.0">
+            <Bandwidth>25000.00</Bandwidth>
+            <DFMode>Norm</DFMode>
+            <DFStep>12500.00</DFStep>
+            <FreqSpan>100000.00</FreqSpan>
+            <Averaging>2.00</Averaging>
+            <Workflow>Continuous</Workflow>
+            <Activity>Locate allowed</Activity>
+            <ActivityTrigger>Frequency change</ActivityTrigger>
+            <Method>CORRELATION</Method>
+            <Selectivity>NARROW</Selectivity>
+            <FrequencyOffset>0.00</FrequencyOffset>
+            <ApplicationMode>Monitoring</ApplicationMode>
+            <ICMMode>Off</ICMMode>
+            <MonitoredVTCFrequencies>390112500</MonitoredVTCFrequencies>
+            <Detail>
+                <QualityThreshold>60</QualityThreshold>
+                <LevelThreshold>-95.00</LevelThreshold>
+                <ElevationMin>-5</ElevationMin>
+                <ElevationMax>45</ElevationMax>
+            </Detail>
+        </DF_Settings>
+        <ShapeDetectorSettings>
+            <GenericShape>Continuous carrier</GenericShape>
+            <GenericShape>TDMA 4 slots</GenericShape>
+            <Shape>TETRA downlink</Shape>
+        </ShapeDetectorSettings>
+        <AdditionalInfo>Checked against the harbour operator's licence</AdditionalInfo>
+    </FrequencyStoreEntry>
+    <FrequencyStoreEntry Version="2.0">
+        <Usage>Target</Usage>
+        <ID>FT-0102</ID>
+        <Type>Paging</Type>
+        <Comment>Hospital pager network</Comment>
+        <FFM_Settings Version="1.2">
+            <Frequency>466075000.00</Frequency>
+            <IFBandwidth>12500.00</IFBandwidth>
+            <AnalogDemod>FM</AnalogDemod>
+            <TunerMode>FixedFrequency</TunerMode>
+        </FFM_Settings>
+        <Profile_Data>
+            <SignalClass>Data</SignalClass>
+            <ProfileID>P-0107</ProfileID>
+            <TransmissionSystem>POCSAG</TransmissionSystem>
+            <ProfileName>Pager 1200</ProfileName>
+        </Profile_Data>
+        <Demodulator_Settings>
+            <Mode>POCSAG</Mode>
+            <FrequencyOffset>-150.00</FrequencyOffset>
+            <Decoder>
+                <Value>POCSAG 1200</Value>
+                <Value>POCSAG 2400</Value>
+            </Decoder>
+            <Alphabet>ASCII</Alphabet>
+            <POCSAG_Settings>
+                <ModType>POCSAG</ModType>
+                <Baudrate Min="512.00" Max="2400.00">1200.00</Baudrate>
+            </POCSAG_Settings>
+        </Demodulator_Settings>
+        <Detection>
+            <StartTime>2026-11-23T06:12:40,250Z</StartTime>
+            <StopTime>2026-11-23T06:14:02,000Z</StopTime>
+        </Detection>
+        <ResultList>
+            <Reason>Matched profile P-0107</Reason>
+            <ResultTime>2026-11-23T06:15:00,000Z</ResultTime>
+            <Confidence>87</Confidence>
+        </ResultList>
+    </FrequencyStoreEntry>
+    <FrequencyStoreEntry Version="2.0">
+        <Usage>Resultlist</Usage>
+        <ID>FT-0103</ID>
+        <Type>Located emitter</Type>
+        <Antenna>DF array</Antenna>
+        <Comment>Unknown FSK data, located twice</Comment>
+        <FFM_Settings Version="1.2">
+            <Frequency>8646000.00</Frequency>
+            <IFBandwidth>3000.00</IFBandwidth>
+            <AnalogDemod>USB</AnalogDemod>
+            <TunerMode>FixedFrequency</TunerMode>
+        </FFM_Settings>
+        <Profile_Data>
+            <SignalClass>Data</SignalClass>
+            <ProfileID>P-0200</ProfileID>
+            <TransmissionSystem>FSK 100 Bd</TransmissionSystem>
+            <ProfileName>Coastal telex</ProfileName>
+            <PointOfInterest>
+                <Location>
+                    <Longitude>14.286111</Longitude>
+                    <Latitude>45.327778</Latitude>
+                </Location>
+                <Radius>20000.00</Radius>
+            </PointOfInterest>
+        </Profile_Data>
+        <Demodulator_Settings>
+            <Mode>FSK</Mode>
+            <FrequencyOffset>85.00</FrequencyOffset>
+            <FSK_Settings>
+                <ModType>FSK2</ModType>
+                <Baudrate>100.00</Baudrate>
+                <Shift>170.00</Shift>
+                <Detail>
+                    <Variant>Matched Filter</Variant>
+                    <BaudCapRange>5.00</BaudCapRange>
+                    <BaudTrackRange>1.00</BaudTrackRange>
+                    <FrqOffTrack>20.00</FrqOffTrack>
+                    <Sideband>Upper (USB)</Sideband>
+                </Detail>
+            </FSK_Settings>
+        </Demodulator_Settings>
+        <Location>
+            <Station>
+                <StationID>1</StationID>
+                <OWNStation>true</OWNStation>
+                <TimeStamp>2026-11-23T07:58:12,500Z</TimeStamp>
+                <Longitude>16.333333</Longitude>
+                <Latitude>48.276111</Latitude>
+                <Name>Kahlenberg</Name>
+                <DFData>
+                    <Quality>91.25</Quality>
+                    <Frequency>8646000.00</Frequency>
+                    <Azimuth>203.40</Azimuth>
+                    <Level>-71.50</Level>
+                    <Detail>
+                        <Antenna>ADD-197</Antenna>
+                        <Elevation>12.50</Elevation>
+                        <ElevationVar>0.75</ElevationVar>
+                        <Compass>359.99</Compass>
+                        <StdDeviation>1.25</StdDeviation>
+                    </Detail>
+                    <Plot_Info>
+                        <KVF-CL-ID>7</KVF-CL-ID>
+                        <Emissions>
+                            <Count>1</Count>
+                            <Emission>
+                                <Azimuth>203.50</Azimuth>
+                                <AzimuthVar>2.25</AzimuthVar>
+                                <Elevation>3.50</Elevation>
+                                <Level>-70.75</Level>
+                                <StartTime>2026-11-23T07:58:00,000Z</StartTime>
+                                <StopTime>2026-11-23T07:58:12,000Z</StopTime>
+                                <Bursts>
+                                    <Count>2</Count>
+                                    <Burst>
+                                        <Frequency>8646000.00</Frequency>
+                                        <Bandwidth>300.00</Bandwidth>
+                                        <Quality>88.00</Quality>
+                                        <Azimuth>203.25</Azimuth>
+                                        <AzimuthVar>1.50</AzimuthVar>
+                                        <Level>-70.50</Level>
+                                        <StartTime>2026-11-23T07:58:01,125Z</StartTime>
+                                        <StopTime>2026-11-23T07:58:02,000Z</StopTime>
+                                    </Burst>
+                                    <Burst>
+                                        <Frequency>8646000.00</Frequency>
+                                        <Bandwidth>300.00</Bandwidth>
+                                        <Quality>86.50</Quality>
+                                        <Azimuth>203.75</Azimuth>
+                                        <AzimuthVar>1.75</AzimuthVar>
+                                        <Elevation>3.25</Elevation>
+                                        <ElevationVar>0.50</ElevationVar>
+                                        <Level>-71.00</Level>
+                                        <StartTime>2026-11-23T07:58:05,500Z</StartTime>
+                                        <StopTime>2026-11-23T07:58:06,250Z</StopTime>
+                                    </Burst>
+                                </Bursts>
+                            </Emission>
+                        </Emissions>
+                    </Plot_Info>
+                </DFData>
+                <PositionSource>GPS</PositionSource>
+            </Station>
+            <Station>
+                <StationID>2</StationID>
+                <OWNStation>false</OWNStation>
+                <Longitude>15.439167</Longitude>
+                <Latitude>47.066667</Latitude>
+                <Name>Graz Schlossberg</Name>
+                <DFData>
+                    <Quality>74.00</Quality>
+                    <Frequency>8646000.00</Frequency>
+                    <Azimuth>188.10</Azimuth>
+                    <Level>-78.25</Level>
+                </DFData>
+                <PositionSource>Survey</PositionSource>
+            </Station>
+            <LocationResult>
+                <TimeStamp>2026-11-23T07:58:15,000Z</TimeStamp>
+                <DFBandwidth>3000.00</DFBandwidth>
+                <Location>
+                    <Longitude>14.290000</Longitude>
+                    <Latitude>45.330000</Latitude>
+                </Location>
+                <Detail>
+                    <Frequency>8646000.00</Frequency>
+                </Detail>
+                <Plot>
+                    <Name>Telex plot</Name>
+                    <Signal_ID>4711</Signal_ID>
+                    <Emitter_ID>12</Emitter_ID>
+                    <Bandwidth>300.00</Bandwidth>
+                    <Type>Static</Type>
+                    <Ellipse>
+                        <MinRadius>2500.00</MinRadius>
+                        <MaxRadius>9000.00</MaxRadius>
+                        <Rotation>-12.50</Rotation>
+                    </Ellipse>
+                    <StartTime>2026-11-23T07:58:00,000Z</StartTime>
+                    <StopTime>2026-11-23T07:58:12,000Z</StopTime>
+                    <FrequencyList>
+                        <Value>
+                            <Frequency>8646000.00</Frequency>
+                            <TimeStamp>2026-11-23T07:58:00,000Z</TimeStamp>
+                        </Value>
+                    </FrequencyList>
+                    <Detail>
+                        <Comment>Cross bearing of two stations</Comment>
+                        <AnalogDemod>F1B</AnalogDemod>
+                    </Detail>
+                </Plot>
+                <Station>
+                    <StationID>1</StationID>
+                    <OWNStation>true</OWNStation>
+                    <Name>Kahlenberg</Name>
+                </Station>
+                <Station>
+                    <StationID>2</StationID>
+                    <OWNStation>false</OWNStation>
+                    <Name>Graz Schlossberg</Name>
+                </Station>
+            </LocationResult>
+            <LocationResult>
+                <TimeStamp>2026-11-23T09:02:40,000Z</TimeStamp>
+                <DFBandwidth>3000.00</DFBandwidth>
+                <Detail>
+                    <Frequency>8646000.00</Frequency>
+                </Detail>
+            </LocationResult>
+        </Location>
+        <Station>
+            <StationID>1</StationID>
+            <OWNStation>true</OWNStation>
+            <Longitude>16.333333</Longitude>
+            <Latitude>48.276111</Latitude>
+            <Name>Kahlenberg</Name>
+            <PositionSource>GPS</PositionSource>
+        </Station>
+        <Detection>
+            <StartTime>2026-11-23T07:58:00,000Z</StartTime>
+        </Detection>
+        <ResultList>
+            <Reason>Location inside target area</Reason>
+            <Confidence>64</Confidence>
+        </ResultList>
+        <DF_Settings Version="1.0">
+            <Bandwidth>3000.00</Bandwidth>
+            <DFMode>Cont</DFMode>
+            <Averaging>1.00</Averaging>
+            <Method>WATSONWATT</Method>
+            <Selectivity>AUTO</Selectivity>
+        </DF_Settings>
+    </FrequencyStoreEntry>
+    <FrequencyStoreEntry Version="2.0">
+        <Usage>Target</Usage>
+        <ID>ST-0104</ID>
+        <Type>Hopper</Type>
+        <Comment>Tactical hopper with located bursts</Comment>
+        <ShortTime_Settings>
+            <HopsPerSecond>100.00000000</HopsPerSecond>
+            <UseHopsPerSecond>true</UseHopsPerSecond>
+            <Bandwidth>25000.00</Bandwidth>
+            <Frequency>30025000.00</Frequency>
+            <Frequency>31150000.00</Frequency>
+            <Frequency>33475000.00</Frequency>
+        </ShortTime_Settings>
+        <Profile_Data>
+            <SignalClass>Frequency hopper</SignalClass>
+            <ProfileID>P-0311</ProfileID>
+            <TransmissionSystem>VHF hopper</TransmissionSystem>
+            <ProfileName>Hopper 100 h/s</ProfileName>
+            <Priority>medium</Priority>
+        </Profile_Data>
+        <Demodulator_Settings>
+            <Mode>MFSK</Mode>
+            <FrequencyOffset>0.00</FrequencyOffset>
+            <ChannelSelection>
+                <Value>1</Value>
+                <Value>2</Value>
+            </ChannelSelection>
+            <MFSK_Settings>
+                <ModType>McFSK2</ModType>
+                <Baudrate>75.00</Baudrate>
+                <Shift>250.00</Shift>
+            </MFSK_Settings>
+        </Demodulator_Settings>
+        <Location>
+            <LocationResult>
+                <TimeStamp>2026-11-23T10:15:00,000Z</TimeStamp>
+                <DFBandwidth>25000.00</DFBandwidth>
+                <Location>
+                    <Longitude>16.120000</Longitude>
+                    <Latitude>47.950000</Latitude>
+                </Location>
+                <Detail>
+                    <Frequency>31150000.00</Frequency>
+                </Detail>
+                <Plot>
+                    <Name>Hopper track</Name>
+                    <Bandwidth>25000.00</Bandwidth>
+                    <Type>Hopper</Type>
+                    <Radius>3500.00</Radius>
+                    <StartTime>2026-11-23T10:14:00,000Z</StartTime>
+                    <StopTime>2026-11-23T10:15:00,000Z</StopTime>
+                    <FrequencyList>
+                        <Value>
+                            <Frequency>30025000.00</Frequency>
+                        </Value>
+                        <Value>
+                            <Frequency>31150000.00</Frequency>
+                        </Value>
+                        <Value>
+                            <Frequency>33475000.00</Frequency>
+                        </Value>
+                    </FrequencyList>
+                    <Detail>
+                        <AnalogDemod>FSK</AnalogDemod>
+                    </Detail>
+                </Plot>
+            </LocationResult>
+        </Location>
+    </FrequencyStoreEntry>
+    <FrequencyStoreEntry Version="2.0">
+        <Usage>Known</Usage>
+        <ID>FT-0105</ID>
+        <Type>Beacon</Type>
+        <Comment>Morse beacon</Comment>
+        <FFM_Settings Version="1.2">
+            <Frequency>7039000.00</Frequency>
+            <IFBandwidth>500.00</IFBandwidth>
+            <AnalogDemod>CW</AnalogDemod>
+            <TunerMode>FixedFrequency</TunerMode>
+        </FFM_Settings>
+        <Demodulator_Settings>
+            <Mode>Morse</Mode>
+            <FrequencyOffset>700.00</FrequencyOffset>
+            <Morse_Settings>
+                <Speed>18.00</Speed>
+                <AutoMode>true</AutoMode>
+            </Morse_Settings>
+        </Demodulator_Settings>
+        <Location/>
+    </FrequencyStoreEntry>
+"""
+lines.extend(WHOLE_TREES.strip("\n").split("\n"))
+
 close("FrequencyStoreList")
 sys.stdout.write("\n".join(lines) + "\n")

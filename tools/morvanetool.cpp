@@ -10,13 +10,19 @@
 //   morvane-tool import --type TYPE IN.csv OUTPUT
 //                                          read the CSV file IN.csv of TYPE into a
 //                                          new list, Check it and write it as OUTPUT
+//   morvane-tool convert-detections RESULTS.xml OUT.csv|OUT.xml
+//                                          convert the detection result list
+//                                          RESULTS.xml into store entries and
+//                                          write the detection result CSV file or
+//                                          the XML of the converted list
 //   morvane-tool --help                    this text
 //
 // INPUT is a FrequencyStoreList as XML, as binary or as compressed binary; the
 // form is recognised from the content. An OUTPUT is written by its suffix:
 // .xml (XML), .bin (binary), .binz (compressed binary). Every output written
 // is read back and compared with the list. TYPE is a list type with a CSV
-// form: NotePad, Suppress or NOIFrequencies. The CSV files go through
+// form of a store list: NotePad, Suppress, TargetList, DataResults,
+// NOIFrequencies, DetectionConventional or MemoryScan. The CSV files go through
 // FileHandling, which reports failures only through its trace and its
 // results: the tool turns the trace on and shows its lines on stderr. The exit
 // code is 0 on success, 1 when an input cannot be read, fails its Check or a
@@ -166,9 +172,13 @@ const char *usageText()
            "       morvane-tool print INPUT\n"
            "       morvane-tool export --type TYPE INPUT OUT.csv\n"
            "       morvane-tool import --type TYPE IN.csv OUTPUT\n"
+           "       morvane-tool convert-detections RESULTS.xml OUT.csv|OUT.xml\n"
            "       morvane-tool --help\n"
            "INPUT: a store list as XML, binary or compressed binary; OUTPUT by its suffix:\n"
-           ".xml, .bin or .binz. TYPE: NotePad, Suppress or NOIFrequencies.\n";
+           ".xml, .bin or .binz. TYPE: NotePad, Suppress, TargetList, DataResults,\n"
+           "NOIFrequencies, DetectionConventional or MemoryScan. RESULTS: a detection\n"
+           "result list (XML), converted into store entries and written as the detection\n"
+           "result CSV file or as the XML of the converted store list.\n";
 }
 
 int usage()
@@ -177,12 +187,21 @@ int usage()
     return 2;
 }
 
-// The list types whose CSV files the tool reads and writes.
+// The list types whose CSV files the tool reads and writes: every type with
+// a CSV form of a store list. (DetectionResult files come from a detection
+// result list: convert-detections.)
+const QStringList &csvTypes()
+{
+    static const QStringList names = {QStringLiteral("NotePad"),        QStringLiteral("Suppress"),
+                                      QStringLiteral("TargetList"),     QStringLiteral("DataResults"),
+                                      QStringLiteral("NOIFrequencies"), QStringLiteral("DetectionConventional"),
+                                      QStringLiteral("MemoryScan")};
+    return names;
+}
+
 bool csvType(const QString &name, FrequencyStoreListHelper::ListType &type)
 {
-    static const QStringList supported = {QStringLiteral("NotePad"), QStringLiteral("Suppress"),
-                                          QStringLiteral("NOIFrequencies")};
-    if (!supported.contains(name))
+    if (!csvTypes().contains(name))
         return false;
     type = FrequencyStoreListHelper().NameToListType(name);
     return true;
@@ -203,7 +222,7 @@ int csvCommand(const QString &command, const QStringList &args)
     if (args.size() != 5 || args.at(1) != QLatin1String("--type"))
         return usage();
     if (!csvType(args.at(2), type)) {
-        err() << "unknown list type " << args.at(2) << " (NotePad, Suppress or NOIFrequencies)\n";
+        err() << "unknown list type " << args.at(2) << " (" << csvTypes().join(QStringLiteral(", ")) << ")\n";
         return 2;
     }
     traceToStderr();
@@ -244,6 +263,46 @@ int csvCommand(const QString &command, const QStringList &args)
     return 0;
 }
 
+// convert-detections RESULTS OUT.csv|OUT.xml: the detection result list
+// RESULTS (XML) converted into a store list and written as the detection
+// result CSV file (.csv) or as the XML of the converted list (.xml).
+int convertDetections(const QStringList &args)
+{
+    if (args.size() != 3)
+        return usage();
+    const QString input = args.at(1);
+    const QString output = args.at(2);
+    const QString suffix = QFileInfo(output).suffix().toLower();
+    if (suffix != QLatin1String("csv") && suffix != QLatin1String("xml")) {
+        err() << "unknown output form: " << output << " (use .csv or .xml)\n";
+        return 2;
+    }
+    traceToStderr();
+    Morvane::DetectionResultList results;
+    try {
+        QFile file(input);
+        if (!file.open(QIODevice::ReadOnly)) {
+            err() << "cannot open " << input << "\n";
+            return 1;
+        }
+        if (!results.SetXmlString(QString::fromUtf8(file.readAll()), true)) {
+            err() << input << ": not a readable detection result list\n";
+            return 1;
+        }
+        QDir().mkpath(QFileInfo(output).absolutePath());
+        if (!FileHandling().ExportFrequencyStoreList(suffix == QLatin1String("csv"), output, results)) {
+            err() << output << ": not written\n";
+            return 1;
+        }
+    } catch (const ORBELIN::ReportException &e) {
+        err() << input << ": " << e.GetMessage() << "\n";
+        return 1;
+    }
+    out() << output << ": " << results.GetDetectionResult().size() << " detection results converted, written as "
+          << (suffix == QLatin1String("csv") ? "CSV" : "the XML of the converted store list") << "\n";
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -258,8 +317,10 @@ int main(int argc, char **argv)
     if (args.size() < 2)
         return usage();
     const QString command = args.at(0);
-    if (command == QLatin1String("export") || command == QLatin1String("import")) {
-        const int result = csvCommand(command, args);
+    if (command == QLatin1String("export") || command == QLatin1String("import")
+        || command == QLatin1String("convert-detections")) {
+        const int result = command == QLatin1String("convert-detections") ? convertDetections(args)
+                                                                          : csvCommand(command, args);
         out().flush();
         err().flush();
         return result;

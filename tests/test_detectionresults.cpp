@@ -101,6 +101,9 @@ TEST(DetectionResultList, WithoutItemsWritesItsFourScalarsOnly)
     const DetectionResultList list = scalarsOnly();
     EXPECT_EQ(compactXml(list), QStringLiteral("<DetectionResultList><Usage>Suppress</Usage><Comment></Comment>"
                                                "<ID>empty</ID><Type>none</Type></DetectionResultList>"));
+    // In binary as well: no frame for the empty result vector.
+    EXPECT_EQ(tagsOf(bodyOf(list.GetBinaryRepresentationAsQByteArray())),
+              (QVector<quint32>{TagUsage, TagComment, TagID, TagType}));
     roundTrip(list);
 }
 

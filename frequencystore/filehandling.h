@@ -176,9 +176,6 @@ private:
     void ImportDetectionConventional(const QString &fileName, FrequencyStoreList &list);
     void ImportMemoryScan(const QString &fileName, FrequencyStoreList &list);
 
-    // Fills the store list from the detection results and gives the CSV text
-    // of the results. Not there yet: throws.
-    QString ConvertDetectionResults(DetectionResultList &results, FrequencyStoreList &list);
     // Throws the OrbelinException "<what> is not supported yet".
     [[noreturn]] static void NotSupportedYet(const QString &what);
 };

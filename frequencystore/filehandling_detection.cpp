@@ -4,6 +4,7 @@
 #include "frequencystore/filehandling_p.h"
 
 #include "frame/exceptions.h"
+#include "frequencystore/detectionresulthelper.h"
 
 namespace Morvane {
 
@@ -17,34 +18,29 @@ bool FileHandling::ExportFrequencyStoreList(bool csv, const QString &fileName, D
     if (list.IsUsageSet())
         helper.GetFrequencyStoreList().SetUsage(FrequencyStoreList::Usage(int(list.GetUsage())));
     FrequencyStoreList &converted = helper.GetFrequencyStoreList();
-    // The conversion is not there yet. Until it is, its failure is reported
-    // as the failure of the writing that follows it, in both forms.
+    // Making the helper is the conversion: its constructor runs Init once,
+    // and what Init throws is not caught here but reaches the caller.
+    const DetectionResultHelper conversion(list, converted);
     if (csv) {
         try {
-            handling.WriteToFile(fileName, handling.ConvertDetectionResults(list, converted));
+            handling.WriteToFile(fileName, conversion.GetCSVString());
         } catch (const ORBELIN::OrbelinException &e) {
             FILEHANDLING_TRACE(QStringLiteral("Error writing file %1. %2: %3").arg(fileName, e.GetExceptionName(), e.GetMessage()));
             return false;
         }
         return true;
     }
-    try {
-        handling.ConvertDetectionResults(list, converted);
-    } catch (const ORBELIN::OrbelinException &e) {
-        FILEHANDLING_TRACE(QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(e.GetMessage()));
-        return false;
-    }
+    // The XML file is the converted store list, not the detection results.
     return handling.ExportXml(fileName, converted);
 }
 
+// The helper's own detection results, converted into its store list (the
+// entries are appended behind those it holds) and written as CSV. The CSV
+// text comes from the detection results alone.
 void FileHandling::ExportDetectionResult(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    WriteToFile(fileName, ConvertDetectionResults(helper.GetDetectionResultList(), helper.GetFrequencyStoreList()));
-}
-
-QString FileHandling::ConvertDetectionResults(DetectionResultList &, FrequencyStoreList &)
-{
-    NotSupportedYet(QStringLiteral("The conversion of detection results"));
+    const DetectionResultHelper conversion(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
+    WriteToFile(fileName, conversion.GetCSVString());
 }
 
 } // namespace Morvane

@@ -31,22 +31,15 @@ void filehandling::importRows(const QString &fileName, FrequencyStoreList &list,
     const CSVColumn *frequency = loader.GetColumn(QStringLiteral("Frequency"));
     const CSVColumn *bandwidth = loader.GetColumn(QStringLiteral("IFBandwidth"));
     const CSVColumn *analog = analogDemod ? loader.GetColumn(QStringLiteral("AnalogDemod")) : nullptr;
-    // The rows are counted by the Type column: without it the file is not
-    // taken for a list of no rows.
-    if (!type || !type->GetValues())
-        throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. The column 'Type' is missing!"));
+    const int rows = rowsByType(type);
     const RowFiller extra = extraColumns ? extraColumns(loader) : RowFiller();
 
-    const int rows = int(type->GetValues()->size());
     const bool validate = list.GetValidate();
     for (int row = 0; row < rows; ++row) {
         FrequencyStoreEntry entry;
         entry.SetValidate(validate);
 
-        const QString typeText = cellAt(type, row);
-        if (typeText.isEmpty())
-            throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
-        entry.SetType(typeText);
+        entry.SetType(typeOf(type, row));
 
         if (comment) {
             const QString text = cellAt(comment, row);
@@ -351,11 +344,6 @@ void FileHandling::ImportSuppress(const QString &fileName, FrequencyStoreList &l
 void FileHandling::ImportNOI(const QString &fileName, FrequencyStoreList &list)
 {
     ImportSuppress(fileName, list);
-}
-
-void FileHandling::NotSupportedYet(const QString &what)
-{
-    throw ORBELIN::OrbelinException(what + QStringLiteral(" is not supported yet"));
 }
 
 } // namespace Morvane

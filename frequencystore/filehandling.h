@@ -69,12 +69,29 @@ class FileHandlingTestAccess;
 // "Can't open file for writing: '<name>'", one whose writing or replacing
 // fails with "Can't write file: '<name>'".
 //
-// Not there yet: the CSV files of TargetList, DataResults,
-// DetectionConventional and MemoryScan in both directions, the CSV export of
-// DetectionResult, and the conversion of a DetectionResultList into store
-// entries (the DetectionResultList overload of ExportFrequencyStoreList).
-// Each of them fails with an OrbelinException "... is not supported yet",
-// which the entry point reports as any other failure: traced, and false.
+// The other list files:
+//
+// - TargetList: the notepad columns and the six texts of the entry's profile
+//   data; DataResults: the notepad columns with the result list (LockState
+//   is its Reason, SignalTime its ResultTime, and Confidence);
+//   DetectionConventional: Type, Comment, Frequency, IFBandwidth, the level
+//   and the detection times. Their headers have no trailing ";" and every
+//   cell of a row is followed by one: as exported they do not import again,
+//   as the suppress file.
+// - MemoryScan: receiver, detail and direction-finding settings under the
+//   file's own column names. The export takes names out of the header as it
+//   meets entries without an alarm, without direction finding or without a
+//   DF step, and its rows do not end in ";"; files of mixed entries do not
+//   import again. The import accepts every header, as it looks each column
+//   up by name.
+// - DetectionResult: the CSV text of a detection result list
+//   (DetectionResultHelper); the DetectionResultList overload of
+//   ExportFrequencyStoreList converts the results into store entries and
+//   writes that text, or the XML of the converted list.
+//
+// Each import looks its columns up by name, in any order, and leaves the
+// members of absent columns alone; which cells take "---" for an empty one
+// is told where each file is read (filehandling_*.cpp).
 class MORVANE_EXPORT FileHandling
 {
 public:
@@ -175,9 +192,6 @@ private:
     void ImportDataResults(const QString &fileName, FrequencyStoreList &list);
     void ImportDetectionConventional(const QString &fileName, FrequencyStoreList &list);
     void ImportMemoryScan(const QString &fileName, FrequencyStoreList &list);
-
-    // Throws the OrbelinException "<what> is not supported yet".
-    [[noreturn]] static void NotSupportedYet(const QString &what);
 };
 
 } // namespace Morvane

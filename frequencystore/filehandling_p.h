@@ -5,6 +5,7 @@
 // cell, the number forms, the cells of a loaded file and the import of the
 // columns every list file has. Private to the library.
 
+#include "frame/exceptions.h"
 #include "frame/trace.h"
 #include "frequencystore/csvcolumn.h"
 #include "frequencystore/csvfileloader.h"
@@ -48,7 +49,8 @@ inline QString fixed2(double value)
     return QStringLiteral("%1").arg(value, 0, 'f', 2);
 }
 
-// A number in the shortest form that reads back the same ('g', precision -1).
+// A number in format 'g' with precision -1, which QString::arg takes as six
+// significant digits: 1234567 is written "1.23457e+06".
 inline QString shortest(double value)
 {
     return QStringLiteral("%1").arg(value, 0, 'g', -1);
@@ -62,6 +64,24 @@ inline QString cellAt(const CSVColumn *column, int row)
     if (!values || row < 0 || row >= values->size() || values->at(row).isNull())
         return QStringLiteral("");
     return values->at(row);
+}
+
+// The number of rows of a loaded file, counted by its Type column: a file
+// without one is refused, so that it does not pass for a list of no rows.
+inline int rowsByType(const CSVColumn *type)
+{
+    if (!type || !type->GetValues())
+        throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. The column 'Type' is missing!"));
+    return int(type->GetValues()->size());
+}
+
+// The Type cell of a row; an empty one is refused.
+inline QString typeOf(const CSVColumn *type, int row)
+{
+    const QString text = cellAt(type, row);
+    if (text.isEmpty())
+        throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
+    return text;
 }
 
 // Stores a value into a member past its setter's test: the setter runs with

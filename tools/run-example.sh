@@ -3,9 +3,11 @@
 # bundled example data: morvane-tool loads examples/storelist.xml, checks it,
 # lists it, writes it as XML, binary and compressed binary, reads each back,
 # and the XML written must be byte for byte the file it read. Then it imports
-# the notepad, suppress and NOI files of examples/ into store lists, lists
-# them and exports each as a CSV file of its type again; the notepad comes out
-# byte for byte the file it was read from.
+# the CSV file of each list type in examples/ into a store list, lists it and
+# exports it as a CSV file of its type again (the notepad comes out byte for
+# byte the file it was read from), exports the example store list in every
+# list type, and converts the detection result list of examples/ into the
+# detection result CSV file and into a store list.
 #
 #   bash tools/run-example.sh
 #
@@ -19,7 +21,12 @@ EXAMPLE_TARGET=morvane-tool                  # the CMake target built
 EXAMPLE_PROGRAM=tools/morvane-tool           # relative to the build directory
 EXAMPLE_INPUT=examples/storelist.xml         # relative to the project root
 # The CSV files of the example, each with its list type.
-EXAMPLE_CSV=(examples/notepad.csv:NotePad examples/suppress.csv:Suppress examples/noi.csv:NOIFrequencies)
+EXAMPLE_CSV=(examples/notepad.csv:NotePad examples/suppress.csv:Suppress examples/noi.csv:NOIFrequencies
+             examples/targetlist.csv:TargetList examples/dataresults.csv:DataResults
+             examples/conventional.csv:DetectionConventional examples/memoryscan.csv:MemoryScan)
+# Every list type with a CSV form of a store list.
+EXAMPLE_TYPES=(NotePad Suppress TargetList DataResults NOIFrequencies DetectionConventional MemoryScan)
+EXAMPLE_DETECTIONS=examples/detectionresults.xml
 
 run_example() {
     local program=$1 output=$2
@@ -40,6 +47,13 @@ run_example() {
     done
     cmp examples/notepad.csv "$output/notepad.csv"
     echo "$output/notepad.csv: byte for byte examples/notepad.csv"
+
+    for type in "${EXAMPLE_TYPES[@]}"; do
+        "$program" export --type "$type" "$EXAMPLE_INPUT" "$output/storelist-$type.csv"
+    done
+    "$program" convert-detections "$EXAMPLE_DETECTIONS" "$output/detectionresults.csv"
+    "$program" convert-detections "$EXAMPLE_DETECTIONS" "$output/detectionresults-converted.xml"
+    "$program" print "$output/detectionresults-converted.xml"
 }
 # ---------------------------------------------------------------------------------
 

@@ -1107,7 +1107,8 @@ TEST_F(MemoryScanTest, BadInputFilesOfOtherListTypes)
 
     // Bytes that are no text.
     lines.clear();
-    QByteArray bytes("\x89PNG\r\n\x1a\n\0\0\0\rIHDR;Type\0;\xff\xfe\n\0;;\x80\x81\n", 36);
+    static const char head[] = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR;Type\0;\xff\xfe\n\0;;\x80\x81\n";
+    QByteArray bytes(head, int(sizeof(head)) - 1);
     for (int i = 0; i < 2000; ++i)
         bytes.append(char((i * 7919) % 256));
     FrequencyStoreList binary = holdingOne();

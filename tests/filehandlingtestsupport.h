@@ -15,7 +15,9 @@
 
 namespace MorvaneTest {
 
+using Morvane::FFM_Settings;
 using Morvane::FileHandling;
+using Morvane::FrequencyStoreEntry;
 using Morvane::FrequencyStoreList;
 using Morvane::FrequencyStoreListHelper;
 using ListType = Morvane::FrequencyStoreListHelper::ListType;
@@ -38,6 +40,55 @@ inline const QString exportError = QStringLiteral("ExportCSV: Cannot export freq
 inline const QString xmlError = QStringLiteral("ExportXml:: Cannot export frequency store to file as error ");
 inline const QString invalidType = QStringLiteral("ExportCSV: Cannot export frequency store to file as ListType is invalid!!");
 inline const QString transducer = QStringLiteral("find application that actually needs transducer settings?");
+
+inline const QString missingType = QStringLiteral("Data is corrupted. The column 'Type' is missing!");
+inline const QString emptyType = QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!");
+
+inline FrequencyStoreEntry entry(const QString &type, const QString &comment, double frequency, double bandwidth,
+                          int analogDemod = -1)
+{
+    FrequencyStoreEntry e;
+    e.SetType(type);
+    if (!comment.isNull())
+        e.SetComment(comment);
+    FFM_Settings &settings = e.GetFFM_Settings();
+    settings.GetFrequency().SetValue(frequency);
+    settings.GetIFBandwidth().SetValue(bandwidth);
+    if (analogDemod >= 0)
+        settings.SetAnalogDemod(FFM_Settings::AnalogDemod(analogDemod));
+    return e;
+}
+
+// A list that already holds one entry, as a caller's list may.
+inline FrequencyStoreList holdingOne()
+{
+    FrequencyStoreList list;
+    list.SetName(QStringLiteral("kept"));
+    list.AppendFrequencyStoreEntry(entry(QStringLiteral("Old"), QStringLiteral("before"), 1.0, 2.0));
+    return list;
+}
+
+inline const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
+{
+    return list.GetFrequencyStoreEntry();
+}
+
+// An import refused as a whole: false, the list as it was, and one trace
+// line that starts with the import's words (and ends with message, unless it
+// is the null string).
+inline ::testing::AssertionResult refused(bool result, const FrequencyStoreList &before,
+                                   const FrequencyStoreList &after, const QStringList &texts, const QString &message)
+{
+    if (result)
+        return ::testing::AssertionFailure() << "the import succeeded";
+    if (before != after)
+        return ::testing::AssertionFailure() << "the list was changed";
+    if (texts.size() != 1 || !texts[0].startsWith(importError))
+        return ::testing::AssertionFailure() << "traced " << texts.join(QLatin1Char('|')).toStdString();
+    if (!message.isNull() && texts[0] != importError + message)
+        return ::testing::AssertionFailure() << "traced " << texts[0].toStdString();
+    return ::testing::AssertionSuccess();
+}
 
 struct TraceLine
 {

@@ -16,6 +16,7 @@
 using namespace Morvane;
 using MorvaneTest::FileHandlingTest;
 using MorvaneTest::TraceLine;
+using MorvaneTest::entries;
 
 static_assert(std::is_polymorphic<DetectionResultHelper>::value, "DetectionResultHelper is polymorphic");
 static_assert(std::has_virtual_destructor<DetectionResultHelper>::value, "");
@@ -89,12 +90,6 @@ DetectionResultList resultList(std::initializer_list<DetectionResult> results = 
     for (const DetectionResult &r : results)
         l.GetDetectionResult().append(r);
     return l;
-}
-
-// The entries through the const getter, which marks nothing.
-const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
-{
-    return list.GetFrequencyStoreEntry();
 }
 
 // The store list the results convert into, with the store list's validation

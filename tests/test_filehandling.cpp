@@ -100,21 +100,6 @@ using namespace MorvaneTest;
 
 namespace {
 
-FrequencyStoreEntry entry(const QString &type, const QString &comment, double frequency, double bandwidth,
-                          int analogDemod = -1)
-{
-    FrequencyStoreEntry e;
-    e.SetType(type);
-    if (!comment.isNull())
-        e.SetComment(comment);
-    FFM_Settings &settings = e.GetFFM_Settings();
-    settings.GetFrequency().SetValue(frequency);
-    settings.GetIFBandwidth().SetValue(bandwidth);
-    if (analogDemod >= 0)
-        settings.SetAnalogDemod(FFM_Settings::AnalogDemod(analogDemod));
-    return e;
-}
-
 // Two entries: one with everything, one with an empty comment and no
 // demodulator. The first one's numbers have more decimals than the files
 // keep, unless `exact` asks for numbers the files keep as they are.
@@ -134,15 +119,6 @@ FrequencyStoreList twoExactEntries()
     return twoEntries(true);
 }
 
-// A list that already holds one entry, as a caller's list may.
-FrequencyStoreList holdingOne()
-{
-    FrequencyStoreList list;
-    list.SetName(QStringLiteral("kept"));
-    list.AppendFrequencyStoreEntry(entry(QStringLiteral("Old"), QStringLiteral("before"), 1.0, 2.0));
-    return list;
-}
-
 FrequencyStoreList manyEntries(int count)
 {
     FrequencyStoreList list;
@@ -151,11 +127,6 @@ FrequencyStoreList manyEntries(int count)
                                              1000000.0 + i, 2500.0, FFM_Settings::AnalogDemod_FM));
     }
     return list;
-}
-
-const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
-{
-    return list.GetFrequencyStoreEntry();
 }
 
 // --- entry points and dispatch ------------------------------------------------------------
@@ -731,22 +702,6 @@ TEST_F(FileHandlingTest, TheExportWorksOnCopiesAndLeavesTheCallersEntriesAlone)
 }
 
 // --- bad input -----------------------------------------------------------------------------------------
-
-// Imports a bad file into a list that holds one entry: false, the list as it
-// was, and one trace line that starts with the import's words.
-::testing::AssertionResult refused(bool result, const FrequencyStoreList &before,
-                                   const FrequencyStoreList &after, const QStringList &texts, const QString &message)
-{
-    if (result)
-        return ::testing::AssertionFailure() << "the import succeeded";
-    if (before != after)
-        return ::testing::AssertionFailure() << "the list was changed";
-    if (texts.size() != 1 || !texts[0].startsWith(importError))
-        return ::testing::AssertionFailure() << "traced " << texts.join(QLatin1Char('|')).toStdString();
-    if (!message.isNull() && texts[0] != importError + message)
-        return ::testing::AssertionFailure() << "traced " << texts[0].toStdString();
-    return ::testing::AssertionSuccess();
-}
 
 TEST_F(FileHandlingTest, BadInputAMissingFile)
 {

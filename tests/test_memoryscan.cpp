@@ -32,8 +32,6 @@ const QString dfNames = QStringLiteral(";DFSquelchMode;DFMeasurementTime;DFSquel
 const QString stepNames = QStringLiteral(";DFStep;FreqSpan");
 const QString fullHeader = receiverNames + alarmName + dfNames + stepNames;
 
-const QString typeMissing = QStringLiteral("Data is corrupted. The column 'Type' is missing!");
-const QString typeEmpty = QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!");
 
 // --- sample entries ---------------------------------------------------------------------------
 
@@ -145,11 +143,6 @@ FrequencyStoreList holdingOne()
     list.SetName(QStringLiteral("kept"));
     list.AppendFrequencyStoreEntry(receiver(QStringLiteral("Old"), QStringLiteral("before"), QString(), 1.0, 2.0));
     return list;
-}
-
-const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
-{
-    return list.GetFrequencyStoreEntry();
 }
 
 QByteArray csv(std::initializer_list<QString> items)
@@ -956,7 +949,7 @@ TEST_F(MemoryScanTest, BadInputAFileWithoutATypeColumnIsRefusedAsAWhole)
     for (const char *text : files) {
         lines.clear();
         FrequencyStoreList list = holdingOne();
-        EXPECT_TRUE(refused(importScan(text, list), list, 1, typeMissing)) << text;
+        EXPECT_TRUE(refused(importScan(text, list), list, 1, missingType)) << text;
     }
     // The column alone, with no rows, is a list of no rows.
     lines.clear();
@@ -974,7 +967,7 @@ TEST_F(MemoryScanTest, BadInputAnEmptyTypeEndsTheImportAndKeepsTheRowsAheadOfIt)
                                           towerReceiver.mid(5) + towerAlarm + towerDF + towerStep,
                                           towerReceiver + towerAlarm + towerDF + towerStep}),
                                    list),
-                        list, 3, typeEmpty));
+                        list, 3, emptyType));
     EXPECT_EQ(QStringLiteral("Old"), entries(list)[0].GetType());
     EXPECT_EQ(asImported(towerA()), entries(list)[1]);
     EXPECT_EQ(asImported(scanB()), entries(list)[2]);

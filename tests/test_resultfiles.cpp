@@ -21,8 +21,6 @@ namespace {
 const QString dataResultsHeader =
     QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;LockState;SignalTime;Confidence\n");
 const QString conventionalHeader = QStringLiteral("Type;Comment;Frequency;IFBandwidth;Level;StartTime;StopTime\n");
-const QString missingType = QStringLiteral("Data is corrupted. The column 'Type' is missing!");
-const QString emptyType = QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!");
 
 class DataResultsTest : public FileHandlingTest
 {
@@ -31,46 +29,6 @@ class DataResultsTest : public FileHandlingTest
 class ConventionalDetectionTest : public FileHandlingTest
 {
 };
-
-FrequencyStoreEntry entry(const QString &type, const QString &comment, double frequency, double bandwidth,
-                          int analogDemod = -1)
-{
-    FrequencyStoreEntry e;
-    e.SetType(type);
-    if (!comment.isNull())
-        e.SetComment(comment);
-    FFM_Settings &settings = e.GetFFM_Settings();
-    settings.GetFrequency().SetValue(frequency);
-    settings.GetIFBandwidth().SetValue(bandwidth);
-    if (analogDemod >= 0)
-        settings.SetAnalogDemod(FFM_Settings::AnalogDemod(analogDemod));
-    return e;
-}
-
-const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
-{
-    return list.GetFrequencyStoreEntry();
-}
-
-FrequencyStoreList holdingOne()
-{
-    FrequencyStoreList list;
-    list.SetName(QStringLiteral("kept"));
-    list.AppendFrequencyStoreEntry(entry(QStringLiteral("Old"), QStringLiteral("before"), 1.0, 2.0));
-    return list;
-}
-
-::testing::AssertionResult refusedWhole(bool result, const FrequencyStoreList &before, const FrequencyStoreList &after,
-                                        const QStringList &texts, const QString &message)
-{
-    if (result)
-        return ::testing::AssertionFailure() << "the import succeeded";
-    if (before != after)
-        return ::testing::AssertionFailure() << "the list was changed";
-    if (texts != QStringList{importError + message})
-        return ::testing::AssertionFailure() << "traced " << texts.join(QLatin1Char('|')).toStdString();
-    return ::testing::AssertionSuccess();
-}
 
 // --- data results: samples ------------------------------------------------------------------------
 
@@ -161,7 +119,7 @@ TEST_F(DataResultsTest, AFileAsExportedDoesNotImportAgain)
     FrequencyStoreList target = holdingOne();
     const FrequencyStoreList before = target;
     const bool result = FileHandling().ImportCSV(path("results.csv"), target, DataResults);
-    EXPECT_TRUE(refusedWhole(result, before, target, texts(), corrupt));
+    EXPECT_TRUE(refused(result, before, target, texts(), corrupt));
 }
 
 TEST_F(DataResultsTest, ExportWorksOnCopiesAndLeavesTheCallersEntriesAlone)
@@ -318,7 +276,7 @@ TEST_F(DataResultsTest, AResultColumnWithoutConfidenceGivesEveryRowAnIncompleteR
         FrequencyStoreList list = holdingOne();
         const FrequencyStoreList before = list;
         const bool result = import(text, list, DataResults);
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(),
+        EXPECT_TRUE(refused(result, before, list, texts(),
                                  QStringLiteral("ResultList: Please set Confidence properly.")))
             << text;
     }
@@ -353,7 +311,7 @@ TEST_F(DataResultsTest, BadInputRowsWithTheWrongFieldCountAddNothing)
         FrequencyStoreList list = holdingOne();
         const FrequencyStoreList before = list;
         const bool result = import(text, list, DataResults);
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(), corrupt)) << text;
+        EXPECT_TRUE(refused(result, before, list, texts(), corrupt)) << text;
     }
 }
 
@@ -364,7 +322,7 @@ TEST_F(DataResultsTest, BadInputAFileWithoutATypeColumnIsRefusedAsAWhole)
     const bool result = import("Comment;Frequency;IFBandwidth;AnalogDemod;LockState;SignalTime;Confidence\n"
                                "a;1;2;AM;L;---;1\n",
                                list, DataResults);
-    EXPECT_TRUE(refusedWhole(result, before, list, texts(), missingType));
+    EXPECT_TRUE(refused(result, before, list, texts(), missingType));
 }
 
 TEST_F(DataResultsTest, BadInputAnEmptyTypeEndsTheImportAndKeepsTheRowsAheadOfIt)
@@ -415,7 +373,7 @@ TEST_F(DataResultsTest, BadInputAnExportedFileOfAnotherListTypeIsRefused)
         const FrequencyStoreList before = list;
         bool result = true;
         EXPECT_NO_THROW(result = FileHandling().ImportCSV(path("other.csv"), list, DataResults));
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(), corrupt)) << int(type);
+        EXPECT_TRUE(refused(result, before, list, texts(), corrupt)) << int(type);
     }
 }
 
@@ -505,7 +463,7 @@ TEST_F(ConventionalDetectionTest, AFileAsExportedDoesNotImportAgain)
     FrequencyStoreList target = holdingOne();
     const FrequencyStoreList before = target;
     const bool result = FileHandling().ImportCSV(path("detections.csv"), target, DetectionConventional);
-    EXPECT_TRUE(refusedWhole(result, before, target, texts(), corrupt));
+    EXPECT_TRUE(refused(result, before, target, texts(), corrupt));
 }
 
 TEST_F(ConventionalDetectionTest, AnEmptyListWritesJustTheHeader)
@@ -695,7 +653,7 @@ TEST_F(ConventionalDetectionTest, BadInputRowsWithTheWrongFieldCountAddNothing)
         FrequencyStoreList list = holdingOne();
         const FrequencyStoreList before = list;
         const bool result = import(text, list, DetectionConventional);
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(), corrupt)) << text;
+        EXPECT_TRUE(refused(result, before, list, texts(), corrupt)) << text;
     }
 }
 
@@ -705,7 +663,7 @@ TEST_F(ConventionalDetectionTest, BadInputAFileWithoutATypeColumnIsRefusedAsAWho
     const FrequencyStoreList before = list;
     const bool result = import("Comment;Frequency;IFBandwidth;Level;StartTime;StopTime\na;1;2;---;---;---\n", list,
                                DetectionConventional);
-    EXPECT_TRUE(refusedWhole(result, before, list, texts(), missingType));
+    EXPECT_TRUE(refused(result, before, list, texts(), missingType));
 }
 
 TEST_F(ConventionalDetectionTest, BadInputAnEmptyTypeEndsTheImportAndKeepsTheRowsAheadOfIt)
@@ -745,7 +703,7 @@ TEST_F(ConventionalDetectionTest, BadInputAnExportedFileOfAnotherListTypeIsRefus
         const FrequencyStoreList before = list;
         bool result = true;
         EXPECT_NO_THROW(result = FileHandling().ImportCSV(path("other.csv"), list, DetectionConventional));
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(), corrupt)) << int(type);
+        EXPECT_TRUE(refused(result, before, list, texts(), corrupt)) << int(type);
     }
 }
 

@@ -17,27 +17,10 @@ namespace {
 
 const QString targetListHeader = QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;Priority;ProfileID;"
                                                 "SignalClass;TransmissionSystem;ProfileName;ThreatClass\n");
-const QString missingType = QStringLiteral("Data is corrupted. The column 'Type' is missing!");
-const QString emptyType = QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!");
 
 class TargetListTest : public FileHandlingTest
 {
 };
-
-FrequencyStoreEntry entry(const QString &type, const QString &comment, double frequency, double bandwidth,
-                          int analogDemod = -1)
-{
-    FrequencyStoreEntry e;
-    e.SetType(type);
-    if (!comment.isNull())
-        e.SetComment(comment);
-    FFM_Settings &settings = e.GetFFM_Settings();
-    settings.GetFrequency().SetValue(frequency);
-    settings.GetIFBandwidth().SetValue(bandwidth);
-    if (analogDemod >= 0)
-        settings.SetAnalogDemod(FFM_Settings::AnalogDemod(analogDemod));
-    return e;
-}
 
 Profile_Data profile(const QString &priority, const QString &id, const QString &signalClass,
                      const QString &transmissionSystem, const QString &name, const QString &threatClass)
@@ -74,33 +57,6 @@ FrequencyStoreList threeTargets()
 
     list.AppendFrequencyStoreEntry(entry(QStringLiteral("Plain"), QStringLiteral("no profile"), 14.5, 1.0));
     return list;
-}
-
-const QVector<FrequencyStoreEntry> &entries(const FrequencyStoreList &list)
-{
-    return list.GetFrequencyStoreEntry();
-}
-
-FrequencyStoreList holdingOne()
-{
-    FrequencyStoreList list;
-    list.SetName(QStringLiteral("kept"));
-    list.AppendFrequencyStoreEntry(entry(QStringLiteral("Old"), QStringLiteral("before"), 1.0, 2.0));
-    return list;
-}
-
-// An import that is refused without adding anything: false, the list as it
-// was, and the one trace line of the import with the message.
-::testing::AssertionResult refusedWhole(bool result, const FrequencyStoreList &before, const FrequencyStoreList &after,
-                                        const QStringList &texts, const QString &message)
-{
-    if (result)
-        return ::testing::AssertionFailure() << "the import succeeded";
-    if (before != after)
-        return ::testing::AssertionFailure() << "the list was changed";
-    if (texts != QStringList{importError + message})
-        return ::testing::AssertionFailure() << "traced " << texts.join(QLatin1Char('|')).toStdString();
-    return ::testing::AssertionSuccess();
 }
 
 // --- export ----------------------------------------------------------------------------------------
@@ -154,7 +110,7 @@ TEST_F(TargetListTest, AFileAsExportedDoesNotImportAgain)
     FrequencyStoreList target = holdingOne();
     const FrequencyStoreList before = target;
     const bool result = FileHandling().ImportCSV(path("targets.csv"), target, TargetList);
-    EXPECT_TRUE(refusedWhole(result, before, target, texts(), corrupt));
+    EXPECT_TRUE(refused(result, before, target, texts(), corrupt));
 }
 
 TEST_F(TargetListTest, ExportWorksOnCopiesAndLeavesTheCallersEntriesAlone)
@@ -415,7 +371,7 @@ TEST_F(TargetListTest, BadInputRowsWithTheWrongFieldCountAddNothing)
         FrequencyStoreList list = holdingOne();
         const FrequencyStoreList before = list;
         const bool result = import(text, list, TargetList);
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(), corrupt)) << text;
+        EXPECT_TRUE(refused(result, before, list, texts(), corrupt)) << text;
     }
 }
 
@@ -427,7 +383,7 @@ TEST_F(TargetListTest, BadInputAFileWithoutATypeColumnIsRefusedAsAWhole)
                                "TransmissionSystem;ProfileName;ThreatClass\n"
                                "a;1;2;AM;H;P;C;S;N;R\n",
                                list, TargetList);
-    EXPECT_TRUE(refusedWhole(result, before, list, texts(), missingType));
+    EXPECT_TRUE(refused(result, before, list, texts(), missingType));
 }
 
 TEST_F(TargetListTest, BadInputAnEmptyTypeEndsTheImportAndKeepsTheRowsAheadOfIt)
@@ -497,7 +453,7 @@ TEST_F(TargetListTest, BadInputAnExportedFileOfAnotherListTypeIsRefused)
         const FrequencyStoreList before = list;
         bool result = true;
         EXPECT_NO_THROW(result = FileHandling().ImportCSV(file, list, TargetList));
-        EXPECT_TRUE(refusedWhole(result, before, list, texts(), corrupt)) << int(type);
+        EXPECT_TRUE(refused(result, before, list, texts(), corrupt)) << int(type);
     }
 }
 

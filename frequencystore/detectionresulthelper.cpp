@@ -235,24 +235,28 @@ bool DetectionResultHelper::IsMFSK(const DetectionResult &result) const
 // so that an FSK result without a Shift ends the conversion when validation
 // is on; only the transmission system looks at the presence bits first.
 
-void DetectionResultHelper::ProcessASK(const DetectionResult &result)
+// The entry every variant starts from: the common settings and the Mode.
+FrequencyStoreEntry DetectionResultHelper::DemodulatorEntry(const DetectionResult &result,
+                                                            Demodulator_Settings::Mode mode)
 {
     FrequencyStoreEntry entry;
     InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_ASK);
-    ASK_Settings &settings = demodulator.GetASK_Settings();
+    entry.GetDemodulator_Settings().SetMode(mode);
+    return entry;
+}
+
+void DetectionResultHelper::ProcessASK(const DetectionResult &result)
+{
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_ASK);
+    ASK_Settings &settings = entry.GetDemodulator_Settings().GetASK_Settings();
     settings.SetBaudrate(result.GetBaudrate());
     m_list.AppendFrequencyStoreEntry(entry);
 }
 
 void DetectionResultHelper::ProcessFSK(const DetectionResult &result)
 {
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_FSK);
-    FSK_Settings &settings = demodulator.GetFSK_Settings();
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_FSK);
+    FSK_Settings &settings = entry.GetDemodulator_Settings().GetFSK_Settings();
     settings.SetModType(settings.NameToModType(result.GetModulation()));
     settings.SetBaudrate(result.GetBaudrate());
     settings.AppendShift(result.GetShift());
@@ -261,11 +265,8 @@ void DetectionResultHelper::ProcessFSK(const DetectionResult &result)
 
 void DetectionResultHelper::ProcessPSK(const DetectionResult &result)
 {
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_PSK);
-    PSK_Settings &settings = demodulator.GetPSK_Settings();
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_PSK);
+    PSK_Settings &settings = entry.GetDemodulator_Settings().GetPSK_Settings();
     settings.SetModType(settings.NameToModType(result.GetModulation()));
     settings.SetBaudrate(result.GetBaudrate());
     m_list.AppendFrequencyStoreEntry(entry);
@@ -273,11 +274,8 @@ void DetectionResultHelper::ProcessPSK(const DetectionResult &result)
 
 void DetectionResultHelper::ProcessMorse(const DetectionResult &result)
 {
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_Morse);
-    Morse_Settings &settings = demodulator.GetMorse_Settings();
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_Morse);
+    Morse_Settings &settings = entry.GetDemodulator_Settings().GetMorse_Settings();
     settings.SetAutoMode(true);
     // The baud rate stands in for the keying speed, number for number.
     settings.SetSpeed(result.GetBaudrate().GetValue());
@@ -286,11 +284,8 @@ void DetectionResultHelper::ProcessMorse(const DetectionResult &result)
 
 void DetectionResultHelper::ProcessMPSK(const DetectionResult &result)
 {
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_MPSK);
-    MPSK_Settings &settings = demodulator.GetMPSK_Settings();
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_MPSK);
+    MPSK_Settings &settings = entry.GetDemodulator_Settings().GetMPSK_Settings();
     const QString modulation = result.GetModulation();
     const bool fourPhases = modulation == QLatin1String("MPSK4A") || modulation == QLatin1String("MPSK4B");
     settings.SetModType(fourPhases ? MPSK_Settings::ModType_McPSK4 : MPSK_Settings::ModType_McPSK2);
@@ -300,11 +295,8 @@ void DetectionResultHelper::ProcessMPSK(const DetectionResult &result)
 
 void DetectionResultHelper::ProcessMFSK(const DetectionResult &result)
 {
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_MFSK);
-    MFSK_Settings &settings = demodulator.GetMFSK_Settings();
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_MFSK);
+    MFSK_Settings &settings = entry.GetDemodulator_Settings().GetMFSK_Settings();
     settings.SetModType(MFSK_Settings::ModType_McFSK2);
     settings.SetBaudrate(result.GetBaudrate());
     settings.SetShift(result.GetShift());
@@ -313,11 +305,8 @@ void DetectionResultHelper::ProcessMFSK(const DetectionResult &result)
 
 void DetectionResultHelper::ProcessTransmissionSystem(const DetectionResult &result)
 {
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings &demodulator = entry.GetDemodulator_Settings();
-    demodulator.SetMode(Demodulator_Settings::Mode_TransmissionSystem);
-    TransmissionSystem &settings = demodulator.GetTransmissionSystem();
+    FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_TransmissionSystem);
+    TransmissionSystem &settings = entry.GetDemodulator_Settings().GetTransmissionSystem();
     // Init calls this only for a result with Modulation, so the last name is
     // for a caller that has neither text.
     if (result.IsTransmissionSystemSet())

@@ -2,6 +2,7 @@
 #define MORVANE_DETECTIONRESULTHELPER_H
 
 #include "frame/morvane_global.h"
+#include "frequencystore/records/demodulator_settings.h"
 #include "frequencystore/records/detectionresultlist.h"
 #include "frequencystore/records/frequencystorelist.h"
 
@@ -66,6 +67,8 @@ private:
 
     void InitWithoutDemodulator(const DetectionResult &result);
     void InitCommonSettings(FrequencyStoreEntry &entry, const DetectionResult &result);
+    // A new entry with the common settings and the demodulator's Mode.
+    FrequencyStoreEntry DemodulatorEntry(const DetectionResult &result, Demodulator_Settings::Mode mode);
 
     DetectionResultList &m_results;
     FrequencyStoreList &m_list;

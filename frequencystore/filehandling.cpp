@@ -306,29 +306,30 @@ void FileHandling::AppendAnalogDemod(FrequencyStoreEntry &entry, QString &line, 
 
 // The exports work on copies of the entries (exportedEntries).
 
-void FileHandling::ExportNotePad(const QString &fileName, FrequencyStoreListHelper &helper)
+void FileHandling::ExportColumns(const QString &fileName, FrequencyStoreListHelper &helper, const QString &header,
+                                 std::initializer_list<Cell> cells)
 {
-    QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;\n");
+    QString text = header;
     for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
-        AppendType(entry, text, false);
-        AppendComment(entry, text, false);
-        AppendFrequency(entry, text, false);
-        AppendBandwidth(entry, text, false);
-        AppendAnalogDemod(entry, text, true);
+        int left = int(cells.size());
+        for (const Cell cell : cells)
+            (this->*cell)(entry, text, --left == 0);
     }
     WriteToFile(fileName, text);
 }
 
+void FileHandling::ExportNotePad(const QString &fileName, FrequencyStoreListHelper &helper)
+{
+    ExportColumns(fileName, helper, QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;\n"),
+                  {&FileHandling::AppendType, &FileHandling::AppendComment, &FileHandling::AppendFrequency,
+                   &FileHandling::AppendBandwidth, &FileHandling::AppendAnalogDemod});
+}
+
 void FileHandling::ExportNOI(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth\n");
-    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
-        AppendType(entry, text, false);
-        AppendComment(entry, text, false);
-        AppendFrequency(entry, text, false);
-        AppendBandwidth(entry, text, true);
-    }
-    WriteToFile(fileName, text);
+    ExportColumns(fileName, helper, QStringLiteral("Type;Comment;Frequency;IFBandwidth\n"),
+                  {&FileHandling::AppendType, &FileHandling::AppendComment, &FileHandling::AppendFrequency,
+                   &FileHandling::AppendBandwidth});
 }
 
 void FileHandling::ImportNotePad(const QString &fileName, FrequencyStoreList &list)

@@ -9,6 +9,8 @@
 
 #include <QtCore/QString>
 
+#include <initializer_list>
+
 namespace Morvane {
 
 class FileHandlingTestAccess;
@@ -174,6 +176,14 @@ private:
     void AppendDFBandwidth(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
     void AppendDFStep(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
     void AppendIFStep(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+
+    // One cell of an entry, as the Append functions give it.
+    using Cell = void (FileHandling::*)(FrequencyStoreEntry &entry, QString &line, bool endOfRow);
+    // The header, then a row of the cells for each entry of the helper's
+    // list, each cell followed by ";" and the last by the line feed too;
+    // written once.
+    void ExportColumns(const QString &fileName, FrequencyStoreListHelper &helper, const QString &header,
+                       std::initializer_list<Cell> cells);
 
     void ExportNotePad(const QString &fileName, FrequencyStoreListHelper &helper);
     // Suppress and NOIFrequencies files are one format.

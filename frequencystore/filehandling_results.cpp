@@ -75,33 +75,19 @@ void FileHandling::AppendStopTime(FrequencyStoreEntry &entry, QString &line, boo
 
 void FileHandling::ExportDataResults(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;LockState;SignalTime;Confidence\n");
-    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
-        AppendType(entry, text, false);
-        AppendComment(entry, text, false);
-        AppendFrequency(entry, text, false);
-        AppendBandwidth(entry, text, false);
-        AppendAnalogDemod(entry, text, false);
-        AppendReason(entry, text, false);
-        AppendResultTime(entry, text, false);
-        AppendConfidence(entry, text, true);
-    }
-    WriteToFile(fileName, text);
+    ExportColumns(fileName, helper,
+                  QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;LockState;SignalTime;Confidence\n"),
+                  {&FileHandling::AppendType, &FileHandling::AppendComment, &FileHandling::AppendFrequency,
+                   &FileHandling::AppendBandwidth, &FileHandling::AppendAnalogDemod, &FileHandling::AppendReason,
+                   &FileHandling::AppendResultTime, &FileHandling::AppendConfidence});
 }
 
 void FileHandling::ExportDetectionConventional(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth;Level;StartTime;StopTime\n");
-    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
-        AppendType(entry, text, false);
-        AppendComment(entry, text, false);
-        AppendFrequency(entry, text, false);
-        AppendBandwidth(entry, text, false);
-        AppendLevel(entry, text, false);
-        AppendStartTime(entry, text, false);
-        AppendStopTime(entry, text, true);
-    }
-    WriteToFile(fileName, text);
+    ExportColumns(fileName, helper, QStringLiteral("Type;Comment;Frequency;IFBandwidth;Level;StartTime;StopTime\n"),
+                  {&FileHandling::AppendType, &FileHandling::AppendComment, &FileHandling::AppendFrequency,
+                   &FileHandling::AppendBandwidth, &FileHandling::AppendLevel, &FileHandling::AppendStartTime,
+                   &FileHandling::AppendStopTime});
 }
 
 // The result columns, by name, after the notepad columns.

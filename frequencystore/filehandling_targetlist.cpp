@@ -58,22 +58,14 @@ void FileHandling::AppendThreatClass(FrequencyStoreEntry &entry, QString &line, 
 
 void FileHandling::ExportTargetList(const QString &fileName, FrequencyStoreListHelper &helper)
 {
-    QString text = QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;Priority;ProfileID;SignalClass;"
-                                  "TransmissionSystem;ProfileName;ThreatClass\n");
-    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
-        AppendType(entry, text, false);
-        AppendComment(entry, text, false);
-        AppendFrequency(entry, text, false);
-        AppendBandwidth(entry, text, false);
-        AppendAnalogDemod(entry, text, false);
-        AppendPriority(entry, text, false);
-        AppendProfileId(entry, text, false);
-        AppendSignalClass(entry, text, false);
-        AppendTransmissionSystem(entry, text, false);
-        AppendProfileName(entry, text, false);
-        AppendThreatClass(entry, text, true);
-    }
-    WriteToFile(fileName, text);
+    ExportColumns(fileName, helper,
+                  QStringLiteral("Type;Comment;Frequency;IFBandwidth;AnalogDemod;Priority;ProfileID;SignalClass;"
+                                 "TransmissionSystem;ProfileName;ThreatClass\n"),
+                  {&FileHandling::AppendType, &FileHandling::AppendComment, &FileHandling::AppendFrequency,
+                   &FileHandling::AppendBandwidth, &FileHandling::AppendAnalogDemod, &FileHandling::AppendPriority,
+                   &FileHandling::AppendProfileId, &FileHandling::AppendSignalClass,
+                   &FileHandling::AppendTransmissionSystem, &FileHandling::AppendProfileName,
+                   &FileHandling::AppendThreatClass});
 }
 
 // The profile columns, by name, after the notepad columns. Every cell that is

@@ -76,8 +76,13 @@ int number(const QString &text, int at, int count)
 
 double Converters::ToDouble(const QString &text)
 {
+    return ToDouble(QStringView(text));
+}
+
+double Converters::ToDouble(QStringView text)
+{
     double value = 0.0;
-    if (plainDecimal(text.constData(), text.size(), value))
+    if (plainDecimal(text.data(), text.size(), value))
         return value;
     return text.toDouble();
 }

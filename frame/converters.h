@@ -5,6 +5,7 @@
 
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
+#include <QtCore/QStringView>
 
 namespace ORBELIN {
 
@@ -25,8 +26,9 @@ public:
     // the second form on the UTF-8 bytes of the text. A plain decimal (blanks,
     // an optional minus, digits, an optional point and digits) takes a short
     // way through std::from_chars, which rounds as Qt does; every other text
-    // goes through Qt.
+    // goes through Qt. The view form reads the text in place.
     static double ToDouble(const QString &text);
+    static double ToDouble(QStringView text);
     static double ToDouble(const QByteArray &utf8);
 };
 

@@ -1,5 +1,7 @@
 #include "frequencystore/csvcolumn.h"
 
+#include "frequencystore/csvtable_p.h"
+
 namespace Morvane {
 
 CSVColumn::CSVColumn() = default;
@@ -26,12 +28,17 @@ QString CSVColumn::GetName() const
 
 void CSVColumn::AddValue(const QString &value)
 {
+    // A change takes the loaded cells over as strings of this column's own.
+    if (m_cells) {
+        m_values = *m_cells->values();
+        m_cells.reset();
+    }
     m_values.append(value);
 }
 
 const QStringList *CSVColumn::GetValues() const
 {
-    return &m_values;
+    return m_cells ? m_cells->values() : &m_values;
 }
 
 } // namespace Morvane

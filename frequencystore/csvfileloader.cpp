@@ -1,5 +1,7 @@
 #include "frequencystore/csvfileloader.h"
 
+#include "frequencystore/csvtable_p.h"
+
 #include "frame/exceptions.h"
 #include "frame/qtcompat.h"
 
@@ -13,6 +15,7 @@ namespace {
 
 // The longest line readLine hands out at once; a longer one comes in pieces.
 constexpr qint64 MaxLineLength = 10240;
+static_assert(MaxLineLength <= detail::CSVTable::MaxRowLength, "a line is one row of the table");
 
 const QLatin1Char Separator(';');
 const QLatin1Char CommentMark('#');
@@ -24,6 +27,11 @@ QStringList splitLine(const QString &line)
     if (text.endsWith(LineFeed))
         text.chop(1);
     return text.split(Separator, Qt::KeepEmptyParts, Qt::CaseSensitive);
+}
+
+ORBELIN::OrbelinException corruptRow()
+{
+    return ORBELIN::OrbelinException(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"));
 }
 
 } // namespace
@@ -68,13 +76,25 @@ void CSVFileLoader::LoadFile(QTextStream &stream, const QString &fileName)
         throw ORBELIN::OrbelinException(QStringLiteral("%1 is empty!")
             .arg(fileName.isEmpty() ? QStringLiteral("Stream") : fileName));
     }
-    ParseHeader(line);
 
-    // The first empty line ends the data; what follows it is never read.
-    line = stream.readLine(MaxLineLength);
-    while (!line.isEmpty()) {
-        ProcessData(line);
-        line = stream.readLine(MaxLineLength);
+    // A load into an empty loader keeps its rows as one table that its
+    // columns read in place. A load behind columns already there appends to
+    // them cell by cell, as strings.
+    if (!m_columns.isEmpty()) {
+        ParseHeader(line);
+        // The first empty line ends the data; what follows it is never read.
+        while (stream.readLineInto(&line, MaxLineLength) && !line.isEmpty())
+            ProcessData(line);
+        return;
+    }
+
+    ParseHeader(line);
+    const auto table = std::make_shared<detail::CSVTable>(int(m_columns.size()));
+    for (int i = 0; i < int(m_columns.size()); ++i)
+        m_columns[i].m_cells = std::make_shared<detail::CSVColumnCells>(table, i);
+    while (stream.readLineInto(&line, MaxLineLength) && !line.isEmpty()) {
+        if (!table->addRow(line))
+            throw corruptRow();
     }
 }
 
@@ -120,7 +140,7 @@ void CSVFileLoader::ProcessData(const QString &line)
     // Checked before the first cell is added, so that a refused row leaves
     // no trace in the columns.
     if (parts.size() != m_columns.size())
-        throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"));
+        throw corruptRow();
     for (int i = 0; i < int(parts.size()); ++i)
         m_columns[i].AddValue(parts.at(i));
 }

@@ -60,6 +60,10 @@ namespace Morvane {
 // new row has to match the whole count of columns. On a failure the loader
 // keeps the columns and rows read up to it.
 //
+// A load into an empty loader keeps the rows as it read them, in one text,
+// and its columns read their cells from there (see CSVColumn); a load behind
+// columns already there appends to them string by string.
+//
 // Failures are thrown as ORBELIN::OrbelinException; GetErrorText() is never
 // written and stays empty. A loader is a plain value and may be copied; the
 // columns are shared until one side changes, and reading a loader (GetColumn)

@@ -48,9 +48,9 @@ void filehandling::importRows(const QString &fileName, FrequencyStoreList &list,
         }
         // Any receiver cell selects the fixed-frequency settings.
         if (frequency)
-            storeValue(entry.GetFFM_Settings().GetFrequency(), cellAt(frequency, row).toDouble());
+            storeValue(entry.GetFFM_Settings().GetFrequency(), number(cellView(frequency, row)));
         if (bandwidth)
-            storeValue(entry.GetFFM_Settings().GetIFBandwidth(), cellAt(bandwidth, row).toDouble());
+            storeValue(entry.GetFFM_Settings().GetIFBandwidth(), number(cellView(bandwidth, row)));
         if (analog) {
             FFM_Settings &settings = entry.GetFFM_Settings();
             const QString name = cellAt(analog, row);
@@ -65,15 +65,9 @@ void filehandling::importRows(const QString &fileName, FrequencyStoreList &list,
     }
 }
 
-QVector<FrequencyStoreEntry> filehandling::exportedEntries(FrequencyStoreListHelper &helper)
+const QVector<FrequencyStoreEntry> &filehandling::listedEntries(FrequencyStoreListHelper &helper)
 {
-    const QVector<FrequencyStoreEntry> &entries =
-        static_cast<const FrequencyStoreListHelper &>(helper).GetFrequencyStoreList().GetFrequencyStoreEntry();
-    QVector<FrequencyStoreEntry> copies;
-    copies.reserve(entries.size());
-    for (const FrequencyStoreEntry &entry : entries)
-        copies.append(FrequencyStoreEntry(entry));
-    return copies;
+    return static_cast<const FrequencyStoreListHelper &>(helper).GetFrequencyStoreList().GetFrequencyStoreEntry();
 }
 
 FileHandling::FileHandling() = default;
@@ -304,17 +298,17 @@ void FileHandling::AppendAnalogDemod(FrequencyStoreEntry &entry, QString &line, 
 
 // --- list files ------------------------------------------------------------------------
 
-// The exports work on copies of the entries (exportedEntries).
+// The exports work on copies of the entries (forEachExportedEntry).
 
 void FileHandling::ExportColumns(const QString &fileName, FrequencyStoreListHelper &helper, const QString &header,
                                  std::initializer_list<Cell> cells)
 {
     QString text = header;
-    for (FrequencyStoreEntry &entry : exportedEntries(helper)) {
+    forEachExportedEntry(helper, [&](FrequencyStoreEntry &entry) {
         int left = int(cells.size());
         for (const Cell cell : cells)
             (this->*cell)(entry, text, --left == 0);
-    }
+    });
     WriteToFile(fileName, text);
 }
 

@@ -187,11 +187,11 @@ const CSVColumn *column(const CSVFileLoader &loader, const char *name)
 
 // The cell of a column in a row, when the column is there and the cell is no
 // "---": what is to be stored.
-bool storedCell(const CSVColumn *column, int row, QString &cell)
+bool storedCell(const CSVColumn *column, int row, QStringView &cell)
 {
     if (!column)
         return false;
-    cell = cellAt(column, row);
+    cell = cellView(column, row);
     return cell != emptyCell();
 }
 
@@ -295,9 +295,8 @@ void FileHandling::ExportMemoryScan(const QString &fileName, FrequencyStoreListH
     MemoryScanText text(QStringLiteral("Type;Comment;Antenna;Frequency;IFBandwidth;AnalogDemod;Active;AFC;Attenuation;"
                                        "SquelchState;SquelchValue;ChannelNo;Alarm;DFSquelchMode;DFMeasurementTime;"
                                        "DFSquelch;DFBandwidth;DFStep;FreqSpan"));
-    QVector<FrequencyStoreEntry> entries = exportedEntries(helper);
-    text.reserve(int(entries.size()));
-    for (FrequencyStoreEntry &entry : entries) {
+    text.reserve(int(listedEntries(helper).size()));
+    forEachExportedEntry(helper, [&](FrequencyStoreEntry &entry) {
         text.startRow();
         QString &row = text.row();
         AppendType(entry, row, false);
@@ -349,7 +348,7 @@ void FileHandling::ExportMemoryScan(const QString &fileName, FrequencyStoreListH
             if (hit.found())
                 text.remove(hit, MemoryScanText::DFBlock);
         }
-    }
+    });
     WriteToFile(fileName, text.joined());
 }
 
@@ -388,7 +387,7 @@ void FileHandling::ImportMemoryScan(const QString &fileName, FrequencyStoreList 
     const CSVColumn *dfStep = column(loader, "DFStep");
     const int rows = rowsByType(type);
     const bool validate = list.GetValidate();
-    QString cell;
+    QStringView cell;
     for (int row = 0; row < rows; ++row) {
         FrequencyStoreEntry entry;
         entry.SetValidate(validate);
@@ -397,32 +396,32 @@ void FileHandling::ImportMemoryScan(const QString &fileName, FrequencyStoreList 
         entry.SetType(typeOf(type, row));
 
         if (storedCell(comment, row, cell))
-            entry.SetComment(cell);
+            entry.SetComment(cellText(cell));
         if (storedCell(antenna, row, cell))
-            entry.SetAntenna(cell);
+            entry.SetAntenna(cellText(cell));
         // The two values are no placeholders: "---" reads as 0, stored.
         if (frequency)
-            storeValue(entry.GetFFM_Settings().GetFrequency(), cellAt(frequency, row).toDouble());
+            storeValue(entry.GetFFM_Settings().GetFrequency(), number(cellView(frequency, row)));
         if (bandwidth)
-            storeValue(entry.GetFFM_Settings().GetIFBandwidth(), cellAt(bandwidth, row).toDouble());
+            storeValue(entry.GetFFM_Settings().GetIFBandwidth(), number(cellView(bandwidth, row)));
         if (storedCell(analogDemod, row, cell)) {
             FFM_Settings &settings = entry.GetFFM_Settings();
-            settings.SetAnalogDemod(settings.NameToAnalogDemod(cell));
+            settings.SetAnalogDemod(settings.NameToAnalogDemod(cellText(cell)));
         }
         // The flags compare exactly: "True" is false.
         if (storedCell(active, row, cell))
             entry.GetFFM_Settings().GetDetail().SetActive(cell == trueText());
         if (storedCell(afc, row, cell)) {
             FFM_SettingsDetail &detail = entry.GetFFM_Settings().GetDetail();
-            detail.SetAFC(detail.NameToAFC(cell));
+            detail.SetAFC(detail.NameToAFC(cellText(cell)));
         }
         if (storedCell(attenuation, row, cell)) {
             FFM_SettingsDetail &detail = entry.GetFFM_Settings().GetDetail();
-            detail.SetAttenuation(detail.NameToAttenuation(cell));
+            detail.SetAttenuation(detail.NameToAttenuation(cellText(cell)));
         }
         if (storedCell(squelchState, row, cell)) {
             FFM_SettingsDetail &detail = entry.GetFFM_Settings().GetDetail();
-            detail.SetSquelchState(detail.NameToSquelchState(cell));
+            detail.SetSquelchState(detail.NameToSquelchState(cellText(cell)));
         }
         // An unreadable number reads as 0.
         if (storedCell(squelchValue, row, cell))
@@ -433,21 +432,21 @@ void FileHandling::ImportMemoryScan(const QString &fileName, FrequencyStoreList 
             entry.GetFFM_Settings().GetDetail().SetAlarm(cell == trueText());
         if (storedCell(dfMode, row, cell)) {
             DF_Settings &settings = entry.GetDF_Settings();
-            settings.SetDFMode(settings.NameToDFMode(cell));
+            settings.SetDFMode(settings.NameToDFMode(cellText(cell)));
         }
         if (storedCell(averaging, row, cell))
-            entry.GetDF_Settings().SetAveraging(cell.toDouble());
+            entry.GetDF_Settings().SetAveraging(number(cell));
         if (storedCell(levelThreshold, row, cell)) {
-            const double value = cell.toDouble();
+            const double value = number(cell);
             pastSetter(entry.GetDF_Settings().GetDetail(),
                        [value](DF_SettingsDetail &detail) { detail.SetLevelThreshold(value); });
         }
         if (storedCell(dfBandwidth, row, cell))
-            storeValue(entry.GetDF_Settings().GetBandwidth(), cell.toDouble());
+            storeValue(entry.GetDF_Settings().GetBandwidth(), number(cell));
         if (storedCell(dfStep, row, cell))
-            entry.GetDF_Settings().SetDFStep(cell.toDouble());
+            entry.GetDF_Settings().SetDFStep(number(cell));
         if (storedCell(ifStep, row, cell))
-            entry.GetFFM_Settings().SetIFStep(cell.toDouble());
+            entry.GetFFM_Settings().SetIFStep(number(cell));
 
         // The file has no quality threshold: an entry with DF settings gets
         // 0, whichever DF cells it had.

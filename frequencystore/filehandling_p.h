@@ -5,10 +5,12 @@
 // cell, the number forms, the cells of a loaded file and the import of the
 // columns every list file has. Private to the library.
 
+#include "frame/converters.h"
 #include "frame/exceptions.h"
 #include "frame/trace.h"
 #include "frequencystore/csvcolumn.h"
 #include "frequencystore/csvfileloader.h"
+#include "frequencystore/csvtable_p.h"
 #include "frequencystore/filehandling.h"
 
 #include <QtCore/QString>
@@ -56,23 +58,42 @@ inline QString shortest(double value)
     return QStringLiteral("%1").arg(value, 0, 'g', -1);
 }
 
-// The cell of a column in a row. A cell is a text, never the null string: an
+// The cell of a column in a row, read in place; an empty view when there is
+// no column or no such row.
+inline QStringView cellView(const CSVColumn *column, int row)
+{
+    if (!column || row < 0 || row >= detail::CSVCells::count(*column))
+        return QStringView();
+    return detail::CSVCells::at(*column, row);
+}
+
+// A cell as a string of its own. A cell is a text, never the null string: an
 // empty cell is an empty text, which the string setters take.
+inline QString cellText(QStringView cell)
+{
+    return cell.isEmpty() ? QStringLiteral("") : cell.toString();
+}
+
+// The cell of a column in a row as a string of its own.
 inline QString cellAt(const CSVColumn *column, int row)
 {
-    const QStringList *values = column ? column->GetValues() : nullptr;
-    if (!values || row < 0 || row >= values->size() || values->at(row).isNull())
-        return QStringLiteral("");
-    return values->at(row);
+    return cellText(cellView(column, row));
+}
+
+// A cell as a number, read as QString::toDouble reads it (0 for what is no
+// number).
+inline double number(QStringView cell)
+{
+    return ORBELIN::Converters::ToDouble(cell);
 }
 
 // The number of rows of a loaded file, counted by its Type column: a file
 // without one is refused, so that it does not pass for a list of no rows.
 inline int rowsByType(const CSVColumn *type)
 {
-    if (!type || !type->GetValues())
+    if (!type)
         throw ORBELIN::OrbelinException(QStringLiteral("Data is corrupted. The column 'Type' is missing!"));
-    return int(type->GetValues()->size());
+    return detail::CSVCells::count(*type);
 }
 
 // The Type cell of a row; an empty one is refused.
@@ -118,10 +139,22 @@ using RowFiller = std::function<void(FrequencyStoreEntry &entry, int row)>;
 void importRows(const QString &fileName, FrequencyStoreList &list, bool analogDemod,
                 const std::function<RowFiller(const CSVFileLoader &)> &extraColumns = {});
 
-// The entries of the helper's list, each copied with its validation flag, in
-// list order: the exports work on these copies, so that the getters that mark
-// members as present change only the copies.
-QVector<FrequencyStoreEntry> exportedEntries(FrequencyStoreListHelper &helper);
+// The entries of the helper's list, in list order.
+const QVector<FrequencyStoreEntry> &listedEntries(FrequencyStoreListHelper &helper);
+
+// Calls f with a copy of each entry of the helper's list (with its
+// validation flag), in list order: the exports work on these copies, so that
+// the getters that mark members as present change only the copies. One copy
+// lives at a time, so that an export of a long list does not hold a second
+// list in memory.
+template <class F>
+void forEachExportedEntry(FrequencyStoreListHelper &helper, F f)
+{
+    for (const FrequencyStoreEntry &source : listedEntries(helper)) {
+        FrequencyStoreEntry entry(source);
+        f(entry);
+    }
+}
 
 } // namespace filehandling
 } // namespace Morvane

@@ -9,6 +9,7 @@
 
 #include <initializer_list>
 #include <random>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -757,6 +758,70 @@ TEST_F(CSVBadInput, ValuesPointerStaysStable)
     EXPECT_EQ(column, loader.GetColumn(QStringLiteral("A")));
     EXPECT_EQ(values, column->GetValues());
     EXPECT_EQ(strings({"1", "3"}), *values);
+}
+
+// A loaded column reads its cells from the text of the load; its strings are
+// made when GetValues first asks, and the copies of the column share them.
+TEST_F(CSVFileLoaderTest, CopiesOfALoadedColumnShareItsValues)
+{
+    const CSVFileLoader loader(write("shared.csv", "A;B\n1;2\n;\n"));
+    const CSVFileLoader copy(loader);
+    const CSVColumn column(*loader.GetColumn(QStringLiteral("B")));
+    EXPECT_EQ(strings({"2", ""}), *column.GetValues());
+    EXPECT_EQ(strings({"1", ""}), valuesOf(copy, "A"));
+    EXPECT_EQ(column.GetValues(), loader.GetColumn(QStringLiteral("B"))->GetValues());
+    EXPECT_EQ(copy.GetColumn(QStringLiteral("A"))->GetValues(), loader.GetColumn(QStringLiteral("A"))->GetValues());
+}
+
+TEST_F(CSVFileLoaderTest, ChangingALoadedColumnLeavesItsCopiesAlone)
+{
+    const CSVFileLoader loader(write("changed.csv", "A;B\n1;2\n3;4\n"));
+    const CSVColumn *loaded = loader.GetColumn(QStringLiteral("A"));
+    ASSERT_NE(nullptr, loaded);
+    const QStringList *values = loaded->GetValues();
+
+    CSVColumn changed(*loaded);
+    changed.AddValue(QStringLiteral("5"));
+    changed.SetName(QStringLiteral("C"));
+    EXPECT_EQ(strings({"1", "3", "5"}), *changed.GetValues());
+    EXPECT_EQ(QStringLiteral("C"), changed.GetName());
+
+    // Changed before anyone asked for the strings: the copy takes the cells
+    // over all the same.
+    CSVColumn early(*loader.GetColumn(QStringLiteral("B")));
+    early.AddValue(QString());
+    EXPECT_EQ(strings({"2", "4", ""}), *early.GetValues());
+
+    EXPECT_EQ(QStringLiteral("A"), loaded->GetName());
+    EXPECT_EQ(values, loaded->GetValues());
+    EXPECT_EQ(strings({"1", "3"}), *values);
+    EXPECT_EQ(strings({"2", "4"}), valuesOf(loader, "B"));
+}
+
+TEST_F(CSVFileLoaderTest, StringsOfALoadedColumnAreMadeOnceForAllThreads)
+{
+    QByteArray text = "A;B\n";
+    QStringList expected;
+    for (int row = 0; row < 2000; ++row) {
+        text += QByteArray::number(row) + ";" + QByteArray::number(-row) + "\n";
+        expected << QString::number(-row);
+    }
+    const CSVFileLoader loader(write("threads.csv", text));
+    std::vector<CSVFileLoader> copies(8, loader);
+    std::vector<const QStringList *> seen(copies.size(), nullptr);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < copies.size(); ++i) {
+        threads.emplace_back([&copies, &seen, i] {
+            const CSVColumn *column = copies[i].GetColumn(QStringLiteral("B"));
+            seen[i] = column ? column->GetValues() : nullptr;
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    const QStringList *values = loader.GetColumn(QStringLiteral("B"))->GetValues();
+    for (const QStringList *list : seen)
+        EXPECT_EQ(values, list);
+    EXPECT_EQ(expected, *values);
 }
 
 TEST_F(CSVBadInput, ErrorTextStaysEmpty)

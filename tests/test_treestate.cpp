@@ -548,6 +548,10 @@ TEST(Converters, ToDoubleGivesWhatQStringToDoubleGives)
     for (const QString &text : texts) {
         EXPECT_TRUE(sameDouble(ORBELIN::Converters::ToDouble(text), text.toDouble())) << text.toStdString();
         EXPECT_TRUE(sameDouble(ORBELIN::Converters::ToDouble(text.toUtf8()), text.toDouble())) << text.toStdString();
+        // The view form, on a view that does not end where its text ends.
+        const QString framed = QStringLiteral("7;") + text + QStringLiteral(";7");
+        const QStringView view = QStringView(framed).mid(2, text.size());
+        EXPECT_TRUE(sameDouble(ORBELIN::Converters::ToDouble(view), text.toDouble())) << text.toStdString();
     }
 }
 

@@ -120,10 +120,10 @@ void fillFromResult(FrequencyStoreEntry &entry, const DetectionResult &result)
     bearing.SetAzimuth(result.GetAzimuth());
     bearing.SetLevel(result.GetLevel());
     station.SetDFData(bearing);
-    located.AppendStation(station);
+    located.AppendStation(std::move(station));
 
     FrequencyStoreEntryLocation location;
-    location.AppendLocationResult(located);
+    location.AppendLocationResult(std::move(located));
     entry.SetLocation(location);
 }
 
@@ -167,7 +167,7 @@ void DetectionResultHelper::Init()
     leading.SetID(m_results.GetID());
     leading.SetType(m_results.GetType());
     try {
-        m_list.AppendFrequencyStoreEntry(leading);
+        m_list.AppendFrequencyStoreEntry(std::move(leading));
     } catch (const ORBELIN::OrbelinException &e) {
         DETECTIONRESULT_TRACE(QStringLiteral("DetectionResultHelper::Init ") + e.GetMessage());
     }
@@ -250,7 +250,7 @@ void DetectionResultHelper::ProcessASK(const DetectionResult &result)
     FrequencyStoreEntry entry = DemodulatorEntry(result, Demodulator_Settings::Mode_ASK);
     ASK_Settings &settings = entry.GetDemodulator_Settings().GetASK_Settings();
     settings.SetBaudrate(result.GetBaudrate());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::ProcessFSK(const DetectionResult &result)
@@ -260,7 +260,7 @@ void DetectionResultHelper::ProcessFSK(const DetectionResult &result)
     settings.SetModType(settings.NameToModType(result.GetModulation()));
     settings.SetBaudrate(result.GetBaudrate());
     settings.AppendShift(result.GetShift());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::ProcessPSK(const DetectionResult &result)
@@ -269,7 +269,7 @@ void DetectionResultHelper::ProcessPSK(const DetectionResult &result)
     PSK_Settings &settings = entry.GetDemodulator_Settings().GetPSK_Settings();
     settings.SetModType(settings.NameToModType(result.GetModulation()));
     settings.SetBaudrate(result.GetBaudrate());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::ProcessMorse(const DetectionResult &result)
@@ -279,7 +279,7 @@ void DetectionResultHelper::ProcessMorse(const DetectionResult &result)
     settings.SetAutoMode(true);
     // The baud rate stands in for the keying speed, number for number.
     settings.SetSpeed(result.GetBaudrate().GetValue());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::ProcessMPSK(const DetectionResult &result)
@@ -290,7 +290,7 @@ void DetectionResultHelper::ProcessMPSK(const DetectionResult &result)
     const bool fourPhases = modulation == QLatin1String("MPSK4A") || modulation == QLatin1String("MPSK4B");
     settings.SetModType(fourPhases ? MPSK_Settings::ModType_McPSK4 : MPSK_Settings::ModType_McPSK2);
     settings.SetBaudrate(result.GetBaudrate());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::ProcessMFSK(const DetectionResult &result)
@@ -300,7 +300,7 @@ void DetectionResultHelper::ProcessMFSK(const DetectionResult &result)
     settings.SetModType(MFSK_Settings::ModType_McFSK2);
     settings.SetBaudrate(result.GetBaudrate());
     settings.SetShift(result.GetShift());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::ProcessTransmissionSystem(const DetectionResult &result)
@@ -321,7 +321,7 @@ void DetectionResultHelper::ProcessTransmissionSystem(const DetectionResult &res
         settings.SetBaudrate(result.GetBaudrate());
     if (result.IsShiftSet())
         settings.AppendShift(result.GetShift());
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 // The entry of a result without Modulation: the result's ID (the only entry
@@ -337,7 +337,7 @@ void DetectionResultHelper::InitWithoutDemodulator(const DetectionResult &result
             DETECTIONRESULT_TRACE(QStringLiteral("InitWithoutDemodulator : ") + *message);
     }
     fillFromResult(entry, result);
-    m_list.AppendFrequencyStoreEntry(entry);
+    m_list.AppendFrequencyStoreEntry(std::move(entry));
 }
 
 void DetectionResultHelper::InitCommonSettings(FrequencyStoreEntry &entry, const DetectionResult &result)

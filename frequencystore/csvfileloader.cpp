@@ -9,6 +9,8 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTextStream>
 
+#include <memory>
+
 namespace Morvane {
 
 namespace {
@@ -78,22 +80,21 @@ void CSVFileLoader::LoadFile(QTextStream &stream, const QString &fileName)
     }
 
     // A load into an empty loader keeps its rows as one table that its
-    // columns read in place. A load behind columns already there appends to
-    // them cell by cell, as strings.
-    if (!m_columns.isEmpty()) {
-        ParseHeader(line);
-        // The first empty line ends the data; what follows it is never read.
-        while (stream.readLineInto(&line, MaxLineLength) && !line.isEmpty())
-            ProcessData(line);
-        return;
-    }
-
+    // columns read in place; a load behind columns already there appends to
+    // them cell by cell, as strings. Either way the first empty line ends the
+    // data, and what follows it is never read.
+    const bool appending = !m_columns.isEmpty();
     ParseHeader(line);
-    const auto table = std::make_shared<detail::CSVTable>(int(m_columns.size()));
-    for (int i = 0; i < int(m_columns.size()); ++i)
-        m_columns[i].m_cells = std::make_shared<detail::CSVColumnCells>(table, i);
+    std::shared_ptr<detail::CSVTable> table;
+    if (!appending) {
+        table = std::make_shared<detail::CSVTable>(int(m_columns.size()));
+        for (int i = 0; i < int(m_columns.size()); ++i)
+            m_columns[i].m_cells = std::make_shared<detail::CSVColumnCells>(table, i);
+    }
     while (stream.readLineInto(&line, MaxLineLength) && !line.isEmpty()) {
-        if (!table->addRow(line))
+        if (!table)
+            ProcessData(line);
+        else if (!table->addRow(line))
             throw corruptRow();
     }
 }

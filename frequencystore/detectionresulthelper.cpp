@@ -397,6 +397,8 @@ QString DetectionResultHelper::GetCSVString() const
         if (result.IsLatitudeSet())
             text += fixed(result.GetLatitude(), 6);
         text += QLatin1Char('\n');
+        if (&item == results.constData())
+            filehandling::reserveRows(text, csvHeader().size(), results.size());
     }
     return text;
 }

@@ -304,10 +304,14 @@ void FileHandling::ExportColumns(const QString &fileName, FrequencyStoreListHelp
                                  std::initializer_list<Cell> cells)
 {
     QString text = header;
+    bool first = true;
     forEachExportedEntry(helper, [&](FrequencyStoreEntry &entry) {
         int left = int(cells.size());
         for (const Cell cell : cells)
             (this->*cell)(entry, text, --left == 0);
+        if (first)
+            reserveRows(text, header.size(), listedEntries(helper).size());
+        first = false;
     });
     WriteToFile(fileName, text);
 }

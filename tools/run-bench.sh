@@ -3,8 +3,9 @@
 # tests and examples) and runs each of them, printing its output:
 # bench_storelist (reading and copying the example list), bench_scale (every
 # read and write path on lists of N and 4N entries, then the memory a loaded
-# list holds) and bench_csv (notepad CSV import and export at N and 4N rows). Exits non-zero when a step or a benchmark fails; every benchmark
-# runs either way.
+# list holds) and bench_csv (the notepad and memory scan files imported and
+# exported, and detection results converted, at N and 4N rows). Exits
+# non-zero when a step or a benchmark fails; every benchmark runs either way.
 #
 #   bash tools/run-bench.sh [benchmark options...]
 #

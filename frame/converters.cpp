@@ -110,10 +110,34 @@ QString Converters::ToString(const QDateTime &dateTime)
     if (!dateTime.isValid())
         return QString();
     const QDateTime utc = dateTime.toUTC();
+    const QDate date = utc.date();
+    const QTime time = utc.time();
+    // A year of four digits, the usual case, is written digit by digit: a
+    // list file writes one time per row. Any other year goes through Qt's
+    // formatter, which decides how it is padded or signed.
+    if (date.year() >= 1000 && date.year() <= 9999) {
+        // Each field in its digits, then the character that follows it.
+        const struct
+        {
+            int value;
+            int digits;
+            char after;
+        } fields[] = {{date.year(), 4, '-'}, {date.month(), 2, '-'}, {date.day(), 2, 'T'}, {time.hour(), 2, ':'},
+                      {time.minute(), 2, ':'}, {time.second(), 2, ','}, {time.msec(), 3, 'Z'}};
+        QString text(24, Qt::Uninitialized);
+        QChar *out = text.data();
+        for (const auto &field : fields) {
+            int value = field.value;
+            for (int i = field.digits - 1; i >= 0; --i, value /= 10)
+                out[i] = QLatin1Char(char('0' + value % 10));
+            out += field.digits;
+            *out++ = QLatin1Char(field.after);
+        }
+        return text;
+    }
     // Date and time are formatted apart, so that 'T' and 'Z' stay literal
     // whatever the Qt version makes of letters in a format string.
-    return utc.date().toString(s_dateFormat) + QLatin1Char('T')
-        + utc.time().toString(s_timeFormat) + QLatin1Char('Z');
+    return date.toString(s_dateFormat) + QLatin1Char('T') + time.toString(s_timeFormat) + QLatin1Char('Z');
 }
 
 QDateTime Converters::ToDateTime(const QString &text)

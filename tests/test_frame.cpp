@@ -4,6 +4,7 @@
 #include "testsupport.h"
 
 #include <QtCore/QDate>
+#include <QtCore/QRandomGenerator>
 #include <QtCore/QTime>
 
 #include <cmath>
@@ -142,6 +143,32 @@ TEST(Converters, ToStringConvertsAnOffsetToUtc)
     EXPECT_EQ(QStringLiteral("2023-12-31T23:30:00,007Z"), Converters::ToString(vienna));
     const QDateTime west(QDate(2024, 6, 30), QTime(22, 0, 0, 0), Qt::OffsetFromUTC, -5 * 3600);
     EXPECT_EQ(QStringLiteral("2024-07-01T03:00:00,000Z"), Converters::ToString(west));
+}
+
+// ToString writes the usual years digit by digit; whatever it writes must be
+// what Qt's own formatter makes of the UTC date and time, for years of four
+// digits and for the years around them that Qt pads or widens itself.
+TEST(Converters, ToStringWritesWhatQtsFormatterWrites)
+{
+    const auto qtText = [](const QDateTime &t) {
+        const QDateTime utc = t.toUTC();
+        return utc.date().toString(QStringLiteral("yyyy-MM-dd")) + QLatin1Char('T')
+            + utc.time().toString(Converters::TimeFormat()) + QLatin1Char('Z');
+    };
+    QRandomGenerator random(20261124);
+    const QDateTime first(QDate(1, 1, 1), QTime(0, 0), Qt::UTC);
+    const qint64 span = first.msecsTo(QDateTime(QDate(12000, 12, 31), QTime(23, 59, 59, 999), Qt::UTC));
+    for (int i = 0; i < 20000; ++i) {
+        const QDateTime t = first.addMSecs(qint64(random.generateDouble() * double(span)));
+        ASSERT_EQ(qtText(t), Converters::ToString(t)) << t.toMSecsSinceEpoch();
+        const QDateTime shifted = t.toOffsetFromUtc(random.bounded(-14, 15) * 3600);
+        ASSERT_EQ(qtText(shifted), Converters::ToString(shifted)) << shifted.toMSecsSinceEpoch();
+    }
+    for (int year : {999, 1000, 9999, 10000}) {
+        for (const QDateTime &t : {QDateTime(QDate(year, 1, 1), QTime(0, 0), Qt::UTC),
+                                   QDateTime(QDate(year, 12, 31), QTime(23, 59, 59, 999), Qt::UTC)})
+            EXPECT_EQ(qtText(t), Converters::ToString(t)) << year;
+    }
 }
 
 // Local time in a zone east of UTC; the process zone is put back afterwards.

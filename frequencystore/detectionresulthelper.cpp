@@ -33,11 +33,6 @@ const QString &csvHeader()
     return header;
 }
 
-QString fixed(double value, int decimals)
-{
-    return QStringLiteral("%1").arg(value, 0, 'f', decimals);
-}
-
 bool isOneOf(const DetectionResult &result, std::initializer_list<const char *> words)
 {
     const QString modulation = result.GetModulation();
@@ -373,27 +368,33 @@ void DetectionResultHelper::InitCommonSettings(FrequencyStoreEntry &entry, const
 // still has the header's 16 fields.
 QString DetectionResultHelper::GetCSVString() const
 {
-    const QString none = filehandling::emptyCell();
-    const QChar separator = QLatin1Char(';');
+    using filehandling::fixed;
+    const QString &none = filehandling::emptyCell();
     QString text = csvHeader();
+    // Each cell and its separator go onto the text as they are, without a
+    // joined string between.
+    const auto cell = [&text](const QString &value) {
+        text += value;
+        text += QLatin1Char(';');
+    };
     const QVector<DetectionResult> results = std::as_const(m_results).GetDetectionResult();
     for (const DetectionResult &item : results) {
         const DetectionResult result(item);
-        text += result.GetID() + separator;
-        text += fixed(result.GetFrequency().GetValue(), 2) + separator;
-        text += fixed(result.GetBandwidth().GetValue(), 2) + separator;
-        text += (result.IsLevelSet() ? fixed(result.GetLevel(), 2) : none) + separator;
-        text += ORBELIN::Converters::ToString(result.GetStartTime()) + separator;
-        text += (result.IsStopTimeSet() ? ORBELIN::Converters::ToString(result.GetStopTime()) : none) + separator;
-        text += (result.IsConfidenceSet() ? QString::number(result.GetConfidence()) : none) + separator;
-        text += (result.IsModulationSet() ? result.GetModulation() : none) + separator;
-        text += (result.IsTransmissionSystemSet() ? result.GetTransmissionSystem() : none) + separator;
-        text += (result.IsBaudrateSet() ? fixed(result.GetBaudrate().GetValue(), 2) : none) + separator;
-        text += (result.IsShiftSet() ? fixed(result.GetShift().GetValue(), 2) : none) + separator;
-        text += (result.IsDecoderSet() ? result.GetDecoder() : none) + separator;
-        text += (result.IsAzimuthSet() ? fixed(result.GetAzimuth(), 2) : none) + separator;
-        text += (result.IsDFQualitySet() ? fixed(result.GetDFQuality(), 2) : none) + separator;
-        text += (result.IsLongitudeSet() ? fixed(result.GetLongitude(), 6) : none) + separator;
+        cell(result.GetID());
+        cell(fixed(result.GetFrequency().GetValue(), 2));
+        cell(fixed(result.GetBandwidth().GetValue(), 2));
+        cell(result.IsLevelSet() ? fixed(result.GetLevel(), 2) : none);
+        cell(ORBELIN::Converters::ToString(result.GetStartTime()));
+        cell(result.IsStopTimeSet() ? ORBELIN::Converters::ToString(result.GetStopTime()) : none);
+        cell(result.IsConfidenceSet() ? QString::number(result.GetConfidence()) : none);
+        cell(result.IsModulationSet() ? result.GetModulation() : none);
+        cell(result.IsTransmissionSystemSet() ? result.GetTransmissionSystem() : none);
+        cell(result.IsBaudrateSet() ? fixed(result.GetBaudrate().GetValue(), 2) : none);
+        cell(result.IsShiftSet() ? fixed(result.GetShift().GetValue(), 2) : none);
+        cell(result.IsDecoderSet() ? result.GetDecoder() : none);
+        cell(result.IsAzimuthSet() ? fixed(result.GetAzimuth(), 2) : none);
+        cell(result.IsDFQualitySet() ? fixed(result.GetDFQuality(), 2) : none);
+        cell(result.IsLongitudeSet() ? fixed(result.GetLongitude(), 6) : none);
         if (result.IsLatitudeSet())
             text += fixed(result.GetLatitude(), 6);
         text += QLatin1Char('\n');

@@ -46,10 +46,17 @@ inline const QString &emptyCell()
     return text;
 }
 
-// A number as the files write most numbers: fixed, two decimals, no grouping.
+// A number in fixed notation with the given decimals, no grouping: what
+// QString::arg(value, 0, 'f', decimals) writes, without parsing a pattern.
+inline QString fixed(double value, int decimals)
+{
+    return QString::number(value, 'f', decimals);
+}
+
+// A number as the files write most numbers: fixed, two decimals.
 inline QString fixed2(double value)
 {
-    return QStringLiteral("%1").arg(value, 0, 'f', 2);
+    return fixed(value, 2);
 }
 
 // A number in format 'g' with precision -1, which QString::arg takes as six

@@ -126,8 +126,10 @@ void Record::initData() const
     // ConstNoClearReset has nothing to do on a new block: the generated block
     // starts every current slot at its reset value (the built-in default, the
     // null string, an empty vector, a fresh record) and the choice at the
-    // invalid one.
-    pushDown();
+    // invalid one. Every record of a new block validates and has no logger,
+    // so the push has something to hand down only when this record differs.
+    if (!GetValidate() || GetLogger())
+        pushDown();
 }
 
 RecordData *Record::data() const

@@ -32,7 +32,7 @@ PushScope::~PushScope()
 namespace detail {
 
 RecordData::RecordData(const RecordData &other)
-    : ref(0), initialVersionLoaded(other.initialVersionLoaded),
+    : ref(0), childValidate(other.childValidate),
       invalidChoice(other.invalidChoice), currentChoice(other.currentChoice),
       present(other.present), defaults(other.defaults)
 {
@@ -92,6 +92,7 @@ Record::Record(const detail::RecordDescriptor &descriptor, const Record &other)
     IOrbelinObject::SetValidate(validate);
     forEachChild(descriptor, [validate](const Record &child) { child.SetValidate(validate); });
     d.detach();
+    handedDown(validate);
 }
 
 Record::Record(Record &&other) noexcept : IOrbelinObject(std::move(other)), d(std::move(other.d)) {}
@@ -150,11 +151,14 @@ void Record::resetSlot(int member) const
 {
     RecordData *data = d.get();
     const MemberInfo &m = descriptor().members[member];
-    void *current = data->slot(member, Slot::Current);
     // A nested record's default slot is not made for this: one never made
-    // resets the current slot to a fresh record.
+    // resets the current slot to a fresh record, which a current slot never
+    // made holds already.
     const bool record = m.kind == Kind::Record || m.kind == Kind::RecordVector;
     const void *initial = data->slot(member, record ? Slot::MadeDefault : Slot::Default);
+    void *current = data->slot(member, m.kind == Kind::Record && !initial ? Slot::MadeCurrent : Slot::Current);
+    if (!current)
+        return;
     switch (m.kind) {
     case Kind::Double:
         *static_cast<double *>(current) = *static_cast<const double *>(initial);
@@ -241,8 +245,9 @@ void Record::SetObjectType(ORBELIN::ObjectTypes)
 {
 }
 
-// Calls f on the current slot of each nested record and on each element of
-// each repeated record: what SetValidate and SetLogger push down to.
+// Calls f on the current slot of each nested record made so far and on each
+// element of each repeated record: what SetValidate and SetLogger push down
+// to. (A nested record made later takes what was pushed from its block.)
 template <class F>
 void Record::forEachChild(const detail::RecordDescriptor &desc, F f) const
 {
@@ -252,7 +257,8 @@ void Record::forEachChild(const detail::RecordDescriptor &desc, F f) const
     for (int i = 0; i < desc.memberCount; ++i) {
         const MemberInfo &m = desc.members[i];
         if (m.kind == Kind::Record) {
-            f(*static_cast<const Record *>(data->slot(i, Slot::Current)));
+            if (const void *child = data->slot(i, Slot::MadeCurrent))
+                f(*static_cast<const Record *>(child));
         } else if (m.kind == Kind::RecordVector) {
             void *vector = data->slot(i, Slot::Current);
             // A vector copied with its block still shares its items with the
@@ -278,21 +284,39 @@ void Record::pushDown() const
             child.IOrbelinObject::SetValidate(validate);
             child.IOrbelinObject::SetLogger(logger);
             child.forEachChild(child.descriptor(), *this);
+            child.handedDown(validate);
+            child.handedDown(logger);
         }
     };
     forEachChild(descriptor(), Walk{validate, logger});
+    handedDown(validate);
+    handedDown(logger);
+}
+
+void Record::handedDown(bool validate) const
+{
+    if (RecordData *data = d.get())
+        data->childValidate = validate;
+}
+
+void Record::handedDown(const std::shared_ptr<ORBELIN::Logger> &logger) const
+{
+    if (RecordData *data = d.get())
+        data->childLogger = logger;
 }
 
 void Record::SetValidate(bool validate) const
 {
     IOrbelinObject::SetValidate(validate);
     forEachChild(descriptor(), [validate](const Record &child) { child.SetValidate(validate); });
+    handedDown(validate);
 }
 
 void Record::SetLogger(std::shared_ptr<ORBELIN::Logger> logger) const
 {
     IOrbelinObject::SetLogger(logger);
     forEachChild(descriptor(), [&logger](const Record &child) { child.SetLogger(logger); });
+    handedDown(logger);
 }
 
 const QString &Record::GetVersion() const
@@ -305,7 +329,7 @@ const QString &Record::GetVersion() const
 
 const QString &Record::initialVersionLoaded() const
 {
-    return data()->initialVersionLoaded;
+    return *data()->loadedVersion();
 }
 
 // --- members -----------------------------------------------------------------
@@ -367,14 +391,14 @@ bool Record::isValidEnum(int member, int value) const
 
 bool Record::isValidSlot(int member, Slot which) const
 {
-    void *value = data()->slot(member, which);
+    const auto value = [&] { return data()->slot(member, which); };
     switch (descriptor().members[member].kind) {
     case Kind::Double:
-        return isValidNumber(member, *static_cast<double *>(value));
+        return isValidNumber(member, *static_cast<double *>(value()));
     case Kind::String:
-        return isValidString(*static_cast<QString *>(value));
+        return isValidString(*static_cast<QString *>(value()));
     case Kind::Enum:
-        return isValidEnum(member, *static_cast<int *>(value));
+        return isValidEnum(member, *static_cast<int *>(value()));
     default:
         return true;
     }

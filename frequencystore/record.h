@@ -158,6 +158,10 @@ private:
     // Hands this record's flag and logger to every record below it, in one
     // walk (what SetValidate(GetValidate()) and SetLogger(GetLogger()) do).
     void pushDown() const;
+    // Notes in the block what was handed down to its nested records, for
+    // those made later.
+    void handedDown(bool validate) const;
+    void handedDown(const std::shared_ptr<ORBELIN::Logger> &logger) const;
     detail::RecordData *block() const;
     void initData() const;
     void constNoClearReset() const;
@@ -191,9 +195,14 @@ private:
 
 namespace detail {
 
-// The default slot of a nested or repeated record. Almost no record ever sets
-// one, so it is made on first use and costs one pointer until then; one that
-// was never made holds what a fresh record holds.
+// A nested record made on first use, which costs one pointer until then; a
+// slot never made holds what a fresh record holds. The default slots of
+// nested and repeated records are such slots (almost no record ever sets
+// one), and so are the current slots of nested records: most nested records
+// of a tree are never used (a demodulator holds sixteen variants, an entry
+// ten nested records). A current slot made later starts with the flag and
+// logger its block last handed down, which is what it would hold had it been
+// there from the start.
 template <class T>
 class LazySlot
 {
@@ -202,10 +211,17 @@ public:
     LazySlot(const LazySlot &other) : m_value(other.m_value ? new T(*other.m_value) : nullptr) {}
     LazySlot &operator=(const LazySlot &) = delete;
 
-    T *get(Slot which)
+    // The record, made first when `make` says so and there is none yet;
+    // `block` is given for a current slot.
+    T *get(bool make, const RecordData *block = nullptr)
     {
-        if (!m_value && which == Slot::Default)
+        if (!m_value && make) {
             m_value.reset(new T);
+            if (block && !block->childValidate)
+                m_value->SetValidate(false);
+            if (block && block->childLogger)
+                m_value->SetLogger(block->childLogger);
+        }
         return m_value.get();
     }
 

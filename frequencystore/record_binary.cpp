@@ -177,14 +177,16 @@ void Record::writeBinaryMember(QDataStream &stream, int member) const
     RecordData *data = d.get();
     const MemberInfo &m = descriptor().members[member];
     const bool present = data->present.testBit(member);
-    void *current = data->slot(member, Slot::Current);
     if (m.use == Use::Choice && m.choiceValue != data->currentChoice)
         return;
-    switch (m.kind) {
-    case Kind::Record:
+    if (m.kind == Kind::Record) {
+        // A nested record is made only when it is written.
         if ((m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet)) || present)
-            static_cast<const Record *>(current)->GetBinary(stream, int(m.tag), true);
+            static_cast<const Record *>(data->slot(member, Slot::Current))->GetBinary(stream, int(m.tag), true);
         return;
+    }
+    void *current = data->slot(member, Slot::Current);
+    switch (m.kind) {
     case Kind::RecordVector:
         if ((m.flags & detail::OmittedWhenEmpty) && m.vector->size(current) == 0)
             return;
@@ -282,7 +284,7 @@ void Record::readBody(BinaryInput &input, int length)
             break;
         if (desc.isVersioned() && quint32(tag) == VersionTag) {
             RecordData *data = this->data();
-            input.viaStream([data](QDataStream &stream) { stream >> data->initialVersionLoaded; });
+            input.viaStream([data](QDataStream &stream) { stream >> *data->loadedVersion(); });
             if (olderDocument(*data, desc.version)) {
                 ResetToDefault();
                 // The nested blocks were replaced: hand them the flag and

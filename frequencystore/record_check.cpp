@@ -12,14 +12,17 @@ bool Record::filled(int member, bool forHasData) const
 {
     RecordData *data = d.get();
     const MemberInfo &m = descriptor().members[member];
+    if (m.kind == Kind::Record) {
+        // A nested record never made has no data; whether it counts for
+        // HasData is its own record's business, so it is asked then.
+        const void *made = data->slot(member, forHasData ? Slot::Current : Slot::MadeCurrent);
+        const Record *child = static_cast<const Record *>(made);
+        return child && (forHasData ? child->HasData() : child->AnyData());
+    }
     void *current = data->slot(member, Slot::Current);
     switch (m.kind) {
     case Kind::String:
         return !static_cast<QString *>(current)->isNull();
-    case Kind::Record: {
-        const Record *child = static_cast<Record *>(current);
-        return forHasData ? child->HasData() : child->AnyData();
-    }
     case Kind::RecordVector:
         return m.vector->size(current) > 0;
     case Kind::StringVector:
@@ -116,24 +119,28 @@ void Record::checkMember(int member, bool b) const
     RecordData *data = d.get();
     const MemberInfo &m = descriptor().members[member];
     const bool present = data->present.testBit(member);
-    void *current = data->slot(member, Slot::Current);
-    switch (m.kind) {
-    case Kind::Reserved:
+    if (m.kind == Kind::Reserved)
         return;
-    case Kind::Record: {
+    if (m.kind == Kind::Record) {
         // With validation on, a mandatory child must be complete, as the
         // branch of a choice must: the record's HasData asks for it, so
         // without this test a record missing it would be dropped from the
         // output without a word instead of failing.
         // (A member written only when set is tested when the record is
-        // written: readyToWrite.)
-        const Record *child = static_cast<const Record *>(current);
-        if (m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet) && GetValidate() && !child->HasData())
+        // written: readyToWrite.) A child neither tested nor present is not
+        // looked at, and need not be made.
+        const bool tested = m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet) && GetValidate();
+        if (!tested && !present)
+            return;
+        const Record *child = static_cast<const Record *>(data->slot(member, Slot::Current));
+        if (tested && !child->HasData())
             throw incompleteChild(member);
         if (present)
             child->Check(b);
         return;
     }
+    void *current = data->slot(member, Slot::Current);
+    switch (m.kind) {
     case Kind::RecordVector:
         if (m.use == Use::Mandatory && !present)
             throw ORBELIN::OutOfRangeException(pleaseSet(member));

@@ -86,16 +86,18 @@ inline QString doubleText(double value, const MemberInfo &m)
 // A document older than the schema: the version texts are compared as 32-bit
 // floats, so that 1.2 counts as greater than 1.10. Equal texts need no
 // conversion.
-inline bool olderDocument(const detail::RecordData &data, const QString &version)
+inline bool olderDocument(detail::RecordData &data, const QString &version)
 {
-    return data.initialVersionLoaded != version && version.toFloat() > data.initialVersionLoaded.toFloat();
+    const QString &loaded = *data.loadedVersion();
+    return loaded != version && version.toFloat() > loaded.toFloat();
 }
 
 // The reverse test, written apart: a version text that reads as NaN is
 // neither older nor current.
-inline bool currentOrNewerDocument(const detail::RecordData &data, const QString &version)
+inline bool currentOrNewerDocument(detail::RecordData &data, const QString &version)
 {
-    return data.initialVersionLoaded == version || data.initialVersionLoaded.toFloat() >= version.toFloat();
+    const QString &loaded = *data.loadedVersion();
+    return loaded == version || loaded.toFloat() >= version.toFloat();
 }
 
 // A text read from XML or binary as a QString member: an empty text is an

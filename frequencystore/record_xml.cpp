@@ -30,30 +30,31 @@ void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
     RecordData *data = d.get();
     const MemberInfo &m = descriptor().members[member];
     const bool present = data->present.testBit(member);
-    void *current = data->slot(member, Slot::Current);
+    // A nested record is made only when it is written.
+    const auto child = [&] { return static_cast<const Record *>(data->slot(member, Slot::Current)); };
     if (m.use == Use::Choice) {
         if (m.choiceValue != data->currentChoice)
             return;
         if (m.kind == Kind::Record) {
             if (present)
-                static_cast<const Record *>(current)->GetXml(writer);
+                child()->GetXml(writer);
         } else {
             writer.writeTextElement(m.xmlName, textOf(member));
         }
         return;
     }
-    switch (m.kind) {
-    case Kind::Record: {
-        const Record *child = static_cast<const Record *>(current);
+    if (m.kind == Kind::Record) {
         if (m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet)) {
-            if (GetValidate() && !child->HasData())
+            if (GetValidate() && !child()->HasData())
                 throw incompleteChild(member);
-            child->GetXml(writer);
+            child()->GetXml(writer);
         } else if (present) {
-            child->GetXml(writer);
+            child()->GetXml(writer);
         }
         return;
     }
+    void *current = data->slot(member, Slot::Current);
+    switch (m.kind) {
     case Kind::RecordVector:
         for (int k = 0, n = m.vector->size(current); k < n; ++k) {
             const Record &item = m.vector->at(current, k);
@@ -111,7 +112,7 @@ void Record::ProcessXml(QXmlStreamReader &reader)
     if (desc.isVersioned()) {
         // The usual version text is the schema's own: shared, not made anew.
         const auto loaded = attributes.value(versionAttribute());
-        data->initialVersionLoaded = loaded == desc.version ? desc.version : stringValue(loaded.toString());
+        *data->loadedVersion() = loaded == desc.version ? desc.version : stringValue(loaded.toString());
         // A document older than the schema starts from the defaults.
         if (olderDocument(*data, desc.version)) {
             ResetToDefault();

@@ -15,6 +15,10 @@
 #include <memory>
 #include <utility>
 
+namespace ORBELIN {
+class Logger;
+}
+
 namespace Morvane {
 
 class Record;
@@ -47,8 +51,10 @@ enum class Use : quint8 { Mandatory, Optional, Choice };
 // enumerated members an Invalid one too. (The XML reader reads the item under
 // way into a record of its own, not into a slot of the block.) The default
 // slot of a nested or repeated record is made on first use; MadeDefault asks
-// for it without making it, and gives null when it was never made.
-enum class Slot : quint8 { Default, Current, Invalid, MadeDefault };
+// for it without making it, and gives null when it was never made. The
+// current slot of a nested record is made on first use too; MadeCurrent asks
+// for it the same way (a slot never made holds a fresh record).
+enum class Slot : quint8 { Default, Current, Invalid, MadeDefault, MadeCurrent };
 
 enum MemberFlag : quint16 {
     // An int that travels as a raw 32-bit integer in binary (length 4)
@@ -165,9 +171,18 @@ struct MORVANE_EXPORT RecordData
     // repeated records) a Record *, else the slot's own type.
     virtual void *slot(int member, Slot which) = 0;
 
+    // The version text of the document this block was read from: only the
+    // blocks of versioned records have one (the schema's version is the
+    // descriptor's), the others give null.
+    virtual QString *loadedVersion() { return nullptr; }
+
     QAtomicInt ref = 0;
-    QString initialVersionLoaded; // versioned records only; the schema's
-                                  // version is the descriptor's
+    // The flag and logger last handed down to the nested records of this
+    // block (a fresh record holds true and none): a nested record made later
+    // starts with them, as if it had been in the block from the start. A copy
+    // of the block takes the flag, not the logger, as a copied record does.
+    bool childValidate = true;
+    std::shared_ptr<ORBELIN::Logger> childLogger;
     int invalidChoice = -1;
     int currentChoice = -1;
     MemberBits present;

@@ -4,6 +4,7 @@
 // large lists come back equal in both written forms. Also the text
 // conversions that the readers take short ways through.
 
+#include "recordtestsupport.h"
 #include "samples.h"
 #include "testsupport.h"
 
@@ -309,6 +310,51 @@ TEST(TreeState, AFlagGivenToACopyDoesNotReachTheItemsOfTheOriginal)
     EXPECT_EQ(strays(copy, false, nullptr), 0);
     EXPECT_EQ(strays(original, true, nullptr), 0);
     EXPECT_EQ(copy, original);
+}
+
+// Nested records are made on first use; one first reached after a flag and
+// logger were handed down holds them, at every depth, as one that was there
+// all along does. A copy hands its nested records the flag, not the logger.
+TEST(TreeState, NestedRecordsReachedLaterHoldWhatWasHandedDown)
+{
+    auto logger = std::make_shared<ORBELIN::Logger>();
+    FrequencyStoreEntry entry;
+    entry.SetType(QStringLiteral("a"));
+    entry.SetValidate(false);
+    entry.SetLogger(logger);
+    const FrequencyStoreEntry &look = entry;
+    EXPECT_FALSE(look.GetDetection().GetValidate());
+    EXPECT_EQ(look.GetDetection().GetLogger(), logger);
+    const Demodulator_Settings &demodulator = look.GetDemodulator_Settings();
+    EXPECT_FALSE(demodulator.GetValidate());
+    EXPECT_EQ(demodulator.GetLogger(), logger);
+    EXPECT_FALSE(demodulator.GetFSK_Settings().GetValidate());
+    EXPECT_EQ(demodulator.GetFSK_Settings().GetLogger(), logger);
+    EXPECT_FALSE(look.GetFFM_Settings().GetDetail().GetValidate());
+
+    // Handed down again: the records made so far and those made later.
+    entry.SetValidate(true);
+    EXPECT_TRUE(look.GetDetection().GetValidate());
+    EXPECT_TRUE(look.GetResultList().GetValidate());
+    EXPECT_EQ(look.GetResultList().GetLogger(), logger);
+
+    entry.SetValidate(false);
+    const FrequencyStoreEntry copy(entry);
+    EXPECT_FALSE(copy.GetDetection().GetValidate());
+    EXPECT_EQ(copy.GetDetection().GetLogger(), nullptr);
+    EXPECT_FALSE(copy.GetDF_Settings().GetDetail().GetValidate());
+    EXPECT_EQ(copy.GetDF_Settings().GetDetail().GetLogger(), nullptr);
+    EXPECT_FALSE(copy.GetShapeDetectorSettings().GetValidate());
+    // The original's records keep the logger.
+    EXPECT_EQ(look.GetShapeDetectorSettings().GetLogger(), logger);
+
+    // A record reached for reading only has no data, and the entry is equal
+    // to one whose nested records were never reached.
+    FrequencyStoreEntry fresh;
+    fresh.SetType(QStringLiteral("a"));
+    fresh.SetValidate(false);
+    EXPECT_EQ(fresh, entry);
+    EXPECT_EQ(MorvaneTest::compactXml(fresh), MorvaneTest::compactXml(entry));
 }
 
 TEST(TreeState, AMovedRecordTakesBlockFlagAndLoggerAndLeavesAFreshOne)

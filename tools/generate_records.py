@@ -501,17 +501,21 @@ def data_struct(record):
         elif m.type == "enum":
             fields.append(f"    int i{i} = -1, d{i} = -1, c{i} = -1;")
             cases.append(f"        case {i}: return w == detail::Slot::Invalid ? &i{i} : w == detail::Slot::Default ? &d{i} : &c{i};")
-        elif m.type in ("record", "record[]"):
+        elif m.type == "record":
             t = m.target.name
-            current = t if m.type == "record" else f"QVector<{t}>"
             fields.append(f"    detail::LazySlot<{t}> d{i};")
-            fields.append(f"    {current} c{i};")
-            cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : static_cast<Record *>(d{i}.get(w));")
+            fields.append(f"    detail::LazySlot<{t}> c{i};")
+            cases.append(f"        case {i}: return static_cast<Record *>(w == detail::Slot::Current || w == detail::Slot::MadeCurrent ? c{i}.get(w == detail::Slot::Current, this) : d{i}.get(w == detail::Slot::Default));")
+        elif m.type == "record[]":
+            t = m.target.name
+            fields.append(f"    detail::LazySlot<{t}> d{i};")
+            fields.append(f"    QVector<{t}> c{i};")
+            cases.append(f"        case {i}: return w == detail::Slot::Default || w == detail::Slot::MadeDefault ? static_cast<Record *>(d{i}.get(w == detail::Slot::Default)) : static_cast<void *>(&c{i});")
         else:
             it = item_type(m)
             fields.append(f"    {it} d{i}{'' if m.type != 'double[]' else ' = 0.0'};")
             fields.append(f"    QVector<{it}> c{i};")
-            cases.append(f"        case {i}: return w == detail::Slot::Current ? static_cast<void *>(&c{i}) : &d{i};")
+            cases.append(f"        case {i}: return w == detail::Slot::Default ? static_cast<void *>(&d{i}) : &c{i};")
         value = default_value(m)
         if value is not None:
             ctor.append(f"        d{i} = {value};")
@@ -524,7 +528,9 @@ def data_struct(record):
              "{",
              f"    {r}Data()",
              "    {"] + ctor + ["    }"] + fields + [
-             f"    detail::RecordData *clone() const override {{ return new {r}Data(*this); }}",
+             f"    detail::RecordData *clone() const override {{ return new {r}Data(*this); }}"] + ([
+             "    QString initialVersionLoaded;",
+             "    QString *loadedVersion() override { return &initialVersionLoaded; }"] if record.version else []) + [
              "    void *slot(int member, detail::Slot w) override",
              "    {",
              "        switch (member) {"] + cases + [

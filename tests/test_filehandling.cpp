@@ -8,8 +8,10 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRandomGenerator>
 #include <QtCore/QTemporaryDir>
 
+#include <cmath>
 #include <functional>
 #include <type_traits>
 #include <vector>
@@ -537,6 +539,26 @@ TEST_F(FileHandlingTest, NotePadListOfTwoEntriesRoundTripsWithNumbersRoundedToTw
     // And it exports to the same bytes again.
     ASSERT_TRUE(FileHandling().ExportFrequencyStoreList(true, path("again.csv"), back, NotePad));
     EXPECT_EQ(read(path("notepad.csv")), read(path("again.csv")));
+}
+
+// The files write their numbers as QString::arg(value, 0, 'f', 2) writes
+// them: halves of the last digit, values that lie just beside one, negative
+// zero, large and small magnitudes and random values.
+TEST_F(FileHandlingTest, NotePadNumbersAreWhatQStringArgWritesInFixedNotation)
+{
+    QVector<double> values = {0.125, 2.675, 1.005, -0.005, -0.004, -0.0, 0.0, 1e21, -1e-9, 123456789.995, 0.0049999999};
+    QRandomGenerator random(20261124);
+    for (int i = 0; i < 400; ++i)
+        values << (random.generateDouble() - 0.5) * std::pow(10.0, random.bounded(-4, 16));
+    FrequencyStoreList list;
+    QString expected = notePadHeader;
+    for (int i = 0; i + 1 < values.size(); i += 2) {
+        list.AppendFrequencyStoreEntry(entry(QStringLiteral("T"), QStringLiteral("c"), values[i], values[i + 1]));
+        expected += QStringLiteral("T;c;%1;%2;---;\n")
+                        .arg(QStringLiteral("%1").arg(values[i], 0, 'f', 2), QStringLiteral("%1").arg(values[i + 1], 0, 'f', 2));
+    }
+    ASSERT_TRUE(FileHandling().ExportFrequencyStoreList(true, path("numbers.csv"), list, NotePad));
+    EXPECT_EQ(expected.toUtf8(), read(path("numbers.csv")));
 }
 
 TEST_F(FileHandlingTest, AnEntryWithAnEmptyCommentExportsThePlaceholderAndImportsWithoutComment)

@@ -181,7 +181,7 @@ void Record::writeBinaryMember(QDataStream &stream, int member) const
         return;
     if (m.kind == Kind::Record) {
         // A nested record is made only when it is written.
-        if ((m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet)) || present)
+        if (alwaysWritten(m) || present)
             static_cast<const Record *>(data->slot(member, Slot::Current))->GetBinary(stream, int(m.tag), true);
         return;
     }

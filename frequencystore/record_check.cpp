@@ -129,7 +129,7 @@ void Record::checkMember(int member, bool b) const
         // (A member written only when set is tested when the record is
         // written: readyToWrite.) A child neither tested nor present is not
         // looked at, and need not be made.
-        const bool tested = m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet) && GetValidate();
+        const bool tested = alwaysWritten(m) && GetValidate();
         if (!tested && !present)
             return;
         const Record *child = static_cast<const Record *>(data->slot(member, Slot::Current));

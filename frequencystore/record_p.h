@@ -78,6 +78,14 @@ inline QByteArray utf8(const QString &text)
     return text.isNull() ? QByteArray() : text.toUtf8();
 }
 
+// A mandatory nested record that both writers write whether it is set or
+// not, and that Check tests with validation on; one marked written-when-set
+// is written only when set, and tested when written.
+inline bool alwaysWritten(const MemberInfo &m)
+{
+    return m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet);
+}
+
 inline QString doubleText(double value, const MemberInfo &m)
 {
     return QStringLiteral("%1").arg(value, m.width, 'f', m.precision, QLatin1Char(' '));

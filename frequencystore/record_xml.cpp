@@ -44,7 +44,7 @@ void Record::writeXmlMember(QXmlStreamWriter &writer, int member) const
         return;
     }
     if (m.kind == Kind::Record) {
-        if (m.use == Use::Mandatory && !(m.flags & detail::WrittenWhenSet)) {
+        if (alwaysWritten(m)) {
             if (GetValidate() && !child()->HasData())
                 throw incompleteChild(member);
             child()->GetXml(writer);
